@@ -1,0 +1,23 @@
+# Everything outside the project, from Debian's packages (packaging/debian12/install_deps.sh).
+find_package(Threads REQUIRED)
+find_package(PkgConfig REQUIRED)
+
+pkg_check_modules(RAPIDJSON REQUIRED IMPORTED_TARGET RapidJSON)
+pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
+find_package(CLI11 2.1 REQUIRED CONFIG)
+add_library(orvel::json_library ALIAS PkgConfig::RAPIDJSON)
+add_library(orvel::plist_library ALIAS PkgConfig::PLIST)
+
+if(ORVEL_SESSION)
+    pkg_check_modules(X11 REQUIRED IMPORTED_TARGET
+        x11 x11-xcb xi xtst xext xfixes xrandr xcomposite xdamage xscrnsaver xkbcommon xkbcommon-x11 xcb
+        xcb-xkb xcb-xinput xcb-ewmh xcb-icccm)
+    add_library(orvel::x11_libraries ALIAS PkgConfig::X11)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Qml Quick Svg)
+endif()
+if(ORVEL_TESTS OR ORVEL_FUZZ)
+    find_package(GTest REQUIRED CONFIG)
+endif()
+if(ORVEL_BENCH)
+    find_package(benchmark REQUIRED CONFIG)
+endif()

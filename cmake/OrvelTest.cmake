@@ -1,0 +1,87 @@
+include(GoogleTest)
+
+# orvel_test(NAME SOURCES... LIBS... [LABELS unit|session|view] [TIMEOUT s] [SERIAL] [WHOLE] [OWN_MAIN])
+#
+# One GoogleTest program. Each of its cases becomes one test of ctest, or with WHOLE the program
+# as it is (for suites whose fixture is expensive, such as a real X server).
+#   unit     needs nothing but the process; also runs under the sanitizers
+#   view     Qt without a screen; also runs under the sanitizers
+#   session  starts a real X server
+# Tests run in the top folder of the sources and find the build in ORVEL_BUILD_DIR.
+function(orvel_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WHOLE;OWN_MAIN" "TIMEOUT" "SOURCES;LIBS;LABELS")
+    if(ARG_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "${name}: unknown arguments: ${ARG_UNPARSED_ARGUMENTS}")
+    endif()
+    if(NOT ARG_LABELS)
+        set(ARG_LABELS unit)
+    endif()
+    foreach(label IN LISTS ARG_LABELS)
+        if(NOT label MATCHES "^(unit|session|view)$")
+            message(FATAL_ERROR "${name}: unknown label '${label}'")
+        endif()
+    endforeach()
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 60)
+        if("session" IN_LIST ARG_LABELS)
+            set(ARG_TIMEOUT 180)
+        endif()
+    endif()
+
+    add_executable(${name} ${ARG_SOURCES})
+    orvel_defaults(${name})
+    # The macros of GoogleTest leave variadic arguments out.
+    target_compile_options(${name} PRIVATE -Wno-gnu-zero-variadic-macro-arguments)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest Threads::Threads)
+    if(NOT ARG_OWN_MAIN)
+        target_link_libraries(${name} PRIVATE GTest::gmock_main)
+    endif()
+
+    set(properties TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
+    if(ARG_SERIAL)
+        list(APPEND properties RUN_SERIAL TRUE)
+    endif()
+    set(environment "ORVEL_SOURCE_DIR=${CMAKE_SOURCE_DIR};ORVEL_BUILD_DIR=${CMAKE_BINARY_DIR}")
+    if("view" IN_LIST ARG_LABELS)
+        list(APPEND environment QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software)
+    endif()
+    if(ARG_WHOLE)
+        add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+        set_tests_properties(${name} PROPERTIES ${properties} ENVIRONMENT "${environment}")
+    else()
+        string(REPLACE ";" "\\;" environment "${environment}")
+        gtest_discover_tests(${name}
+            DISCOVERY_MODE PRE_TEST
+            DISCOVERY_TIMEOUT 60
+            WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+            PROPERTIES ${properties} ENVIRONMENT "${environment}")
+    endif()
+endfunction()
+
+# orvel_fuzzer(NAME SOURCES... LIBS... [CORPUS dir]): a libFuzzer program, listed for `make fuzz`.
+function(orvel_fuzzer name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "CORPUS" "SOURCES;LIBS")
+    add_executable(${name} ${ARG_SOURCES})
+    orvel_defaults(${name})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS})
+    set(corpus "")
+    if(ARG_CORPUS)
+        get_filename_component(corpus ${ARG_CORPUS} ABSOLUTE)
+    endif()
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/fuzzers)
+    file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/fuzzers/${name}.corpus CONTENT "${corpus}\n")
+endfunction()
+
+# orvel_bench(NAME SOURCES... LIBS...): a Google Benchmark program, built by the target `benches`.
+function(orvel_bench name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "OWN_MAIN" "" "SOURCES;LIBS")
+    add_executable(${name} EXCLUDE_FROM_ALL ${ARG_SOURCES})
+    orvel_defaults(${name})
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} benchmark::benchmark)
+    if(NOT ARG_OWN_MAIN)
+        target_link_libraries(${name} PRIVATE benchmark::benchmark_main)
+    endif()
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/benches)
+    add_dependencies(benches ${name})
+endfunction()
