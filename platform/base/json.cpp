@@ -1,0 +1,275 @@
+#include "platform/base/json.hpp"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#define RAPIDJSON_HAS_STDSTRING 1
+#include <rapidjson/error/en.h>
+#include <rapidjson/reader.h>
+
+namespace orvel {
+
+namespace {
+
+/// Builds `Json` values from the reader's events.
+class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
+public:
+    bool Null() { return add(nullptr); }
+    bool Bool(bool flag) { return add(flag); }
+    bool Int(int number) { return add(static_cast<std::int64_t>(number)); }
+    bool Uint(unsigned number) { return add(static_cast<std::int64_t>(number)); }
+    bool Int64(std::int64_t number) { return add(number); }
+    bool Uint64(std::uint64_t number) {
+        if (number > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
+            return add(static_cast<double>(number));
+        }
+        return add(static_cast<std::int64_t>(number));
+    }
+    bool Double(double number) { return add(number); }
+    bool String(const char* text, rapidjson::SizeType length, bool) {
+        return add(std::string(text, length));
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool) {
+        open_.back().name.assign(text, length);
+        return true;
+    }
+    bool StartObject() { return begin(JsonObject{}); }
+    bool EndObject(rapidjson::SizeType) { return end(); }
+    bool StartArray() { return begin(JsonArray{}); }
+    bool EndArray(rapidjson::SizeType) { return end(); }
+
+    Json take() { return std::move(root_); }
+
+private:
+    struct Open {
+        Json container;
+        std::string name;
+    };
+
+    bool begin(Json::Value container) {
+        open_.push_back({Json(std::move(container)), {}});
+        return true;
+    }
+    bool end() {
+        Json done = std::move(open_.back().container);
+        open_.pop_back();
+        return add(std::move(done.value()));
+    }
+    bool add(Json::Value value) {
+        if (open_.empty()) {
+            root_ = Json(std::move(value));
+            return true;
+        }
+        Open& top = open_.back();
+        if (auto* array = std::get_if<JsonArray>(&top.container.value())) {
+            array->emplace_back(std::move(value));
+        } else if (auto* object = std::get_if<JsonObject>(&top.container.value())) {
+            object->emplace_back(std::move(top.name), Json(std::move(value)));
+        }
+        return true;
+    }
+
+    Json root_;
+    std::vector<Open> open_;
+};
+
+/// Length of the valid UTF-8 sequence at the start of `text`, 0 when there is none.
+std::size_t utf8Length(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const auto continues = [&](std::size_t i) { return i < text.size() && (byte(i) & 0xC0) == 0x80; };
+    const unsigned char lead = byte(0);
+    if (lead < 0x80) return 1;
+    if (lead >= 0xC2 && lead <= 0xDF) return continues(1) ? 2 : 0;
+    if (lead >= 0xE0 && lead <= 0xEF) {
+        if (!continues(1) || !continues(2)) return 0;
+        const bool overlong = lead == 0xE0 && byte(1) < 0xA0;
+        const bool surrogate = lead == 0xED && byte(1) > 0x9F;
+        return overlong || surrogate ? 0 : 3;
+    }
+    if (lead >= 0xF0 && lead <= 0xF4) {
+        if (!continues(1) || !continues(2) || !continues(3)) return 0;
+        const bool overlong = lead == 0xF0 && byte(1) < 0x90;
+        const bool tooLarge = lead == 0xF4 && byte(1) > 0x8F;
+        return overlong || tooLarge ? 0 : 4;
+    }
+    return 0;
+}
+
+void appendControl(std::string& out, unsigned char control) {
+    static constexpr std::string_view hex = "0123456789abcdef";
+    out += "\\u00";
+    out += hex[control >> 4U];
+    out += hex[control & 0xFU];
+}
+
+void appendEscaped(std::string& out, char c) {
+    switch (c) {
+        case '"': out += "\\\""; return;
+        case '\\': out += "\\\\"; return;
+        case '\n': out += "\\n"; return;
+        case '\r': out += "\\r"; return;
+        case '\t': out += "\\t"; return;
+        default: break;
+    }
+    if (static_cast<unsigned char>(c) < 0x20) return appendControl(out, static_cast<unsigned char>(c));
+    out += c;
+}
+
+void appendQuoted(std::string& out, std::string_view text) {
+    out += '"';
+    while (!text.empty()) {
+        const std::size_t length = utf8Length(text);
+        if (length == 1) {
+            appendEscaped(out, text.front());
+        } else if (length == 0) {
+            out += "\xEF\xBF\xBD";
+        } else {
+            out += text.substr(0, length);
+        }
+        text.remove_prefix(length == 0 ? 1 : length);
+    }
+    out += '"';
+}
+
+template <typename Number>
+void appendNumber(std::string& out, Number number) {
+    char buffer[32];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
+    out.append(buffer, end);
+}
+
+}  // namespace
+
+double Json::number() const {
+    if (const auto* integer = std::get_if<std::int64_t>(&value_)) return static_cast<double>(*integer);
+    return std::get<double>(value_);
+}
+
+const Json* Json::member(std::string_view name) const {
+    const JsonObject* object = asObject();
+    if (object == nullptr) return nullptr;
+    for (const auto& [memberName, json] : *object) {
+        if (memberName == name) return &json;
+    }
+    return nullptr;
+}
+
+Result<Json> parseJson(std::string_view text) {
+    Builder builder;
+    rapidjson::MemoryStream stream(text.data(), text.size());
+    rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> input(stream);
+    rapidjson::Reader reader;
+    constexpr unsigned flags = rapidjson::kParseValidateEncodingFlag |
+                               rapidjson::kParseFullPrecisionFlag |
+                               rapidjson::kParseIterativeFlag;
+    const auto outcome = reader.Parse<flags>(input, builder);
+    if (outcome.IsError()) {
+        return Failure{std::string(rapidjson::GetParseError_En(outcome.Code())) + " (byte " +
+                       std::to_string(outcome.Offset()) + ")"};
+    }
+    return builder.take();
+}
+
+void JsonWriter::separate() {
+    if (needsComma_) text_ += ',';
+    needsComma_ = true;
+}
+
+JsonWriter& JsonWriter::beginObject() {
+    separate();
+    text_ += '{';
+    needsComma_ = false;
+    return *this;
+}
+
+JsonWriter& JsonWriter::endObject() {
+    text_ += '}';
+    needsComma_ = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::beginArray() {
+    separate();
+    text_ += '[';
+    needsComma_ = false;
+    return *this;
+}
+
+JsonWriter& JsonWriter::endArray() {
+    text_ += ']';
+    needsComma_ = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::key(std::string_view name) {
+    separate();
+    appendQuoted(text_, name);
+    text_ += ':';
+    needsComma_ = false;
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(std::string_view text) {
+    separate();
+    appendQuoted(text_, text);
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(bool flag) { return raw(flag ? "true" : "false"); }
+
+JsonWriter& JsonWriter::value(std::int64_t number) {
+    separate();
+    appendNumber(text_, number);
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(std::uint64_t number) {
+    separate();
+    appendNumber(text_, number);
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(double number) {
+    constexpr double exactLimit = 9007199254740992.0;
+    if (std::trunc(number) == number && std::abs(number) < exactLimit) {
+        return value(static_cast<std::int64_t>(number));
+    }
+    if (!std::isfinite(number)) return null();
+    separate();
+    appendNumber(text_, number);
+    return *this;
+}
+
+JsonWriter& JsonWriter::null() { return raw("null"); }
+
+JsonWriter& JsonWriter::raw(std::string_view json) {
+    separate();
+    text_ += json;
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(const Json& json) {
+    if (json.isNull()) return null();
+    if (const bool* flag = json.asBool()) return value(*flag);
+    if (const std::int64_t* integer = json.asInteger()) return value(*integer);
+    if (const std::string* text = json.asString()) return value(*text);
+    if (const JsonArray* array = json.asArray()) {
+        beginArray();
+        for (const Json& element : *array) value(element);
+        return endArray();
+    }
+    if (const JsonObject* object = json.asObject()) {
+        beginObject();
+        for (const auto& [name, content] : *object) member(name, content);
+        return endObject();
+    }
+    return value(json.number());
+}
+
+void JsonWriter::clear() {
+    text_.clear();
+    needsComma_ = false;
+}
+
+}  // namespace orvel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/base/geometry.hpp"
+
+namespace orvel {
+
+struct Screen {
+    ScreenRect frame;
+    ScreenRect visibleFrame;  ///< what menu bars, docks and panels of the desktop leave free
+};
+
+/// Main thread.
+class Screens {
+public:
+    virtual ~Screens() = default;
+
+    /// The main screen first; empty when there is none.
+    [[nodiscard]] virtual std::vector<Screen> screens() const = 0;
+};
+
+}  // namespace orvel
