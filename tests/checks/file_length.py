@@ -14,7 +14,7 @@ LIMITS = (
 )
 # Tables of data grow with what they list.
 TABLES = re.compile(
-    r"^(?:engine/(?:key_codes|event_flags|rule_table)|settings_ui/(?:feature_cards|keyboard_drawing)"
+    r"^(?:platform/base/(?:key_codes|event_flags)|engine/(?:key_codes|event_flags|rule_table)|settings_ui/(?:feature_cards|keyboard_drawing)"
     r"|app/preference_keys|app/replay/(?:call|query)_table|tests/macos/)")
 
 
