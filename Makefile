@@ -1,18 +1,91 @@
 # A thin face over CMakePresets.json; `make help` lists what there is.
-.DEFAULT_GOAL := build
+.DEFAULT_GOAL := help
 SHELL := /bin/bash
+.SHELLFLAGS := -o pipefail -c
 PREFIX ?= /usr/local
-CPP_SOURCES = git ls-files -z --cached --others --exclude-standard '*.cpp' '*.hpp' '*.mm'
+FUZZ_SECONDS ?= 60
+JOBS := $(shell nproc)
+CHECKS := tests/checks
 
-.PHONY: help deps build run test bench fmt lint asan coverage fuzz accept replay check-macos \
-	install uninstall clean
+# $(call build,CONFIGURE_PRESET,BUILD_PRESET); the configuration is shown only when it fails.
+define build
+@mkdir -p build && cmake --preset $(1) >build/$(1).configure.log 2>&1 || { cat build/$(1).configure.log; exit 1; }
+@cmake --build --preset $(2)
+endef
 
+.PHONY: help
 help: ## list the targets
 	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "%-12s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
 
-deps: ## install the packages that are missing (Debian 12)
+.PHONY: deps
+deps: ## install what is missing on Debian 12
 	@packaging/debian12/install_deps.sh
 
-build: deps ## release programs: build/release/orvel
-	@cmake --preset release >build/release.configure.log 2>&1 || { cat build/release.configure.log; exit 1; }
-	cmake --build --preset release
+.PHONY: build
+build: deps ## build the programs: build/release/orvel
+	$(call build,release,release)
+
+.PHONY: run
+run: build ## start in this session, or in an embedded desktop when there is none
+	@tools/run.sh build/release
+
+.PHONY: replay
+replay: build ## replay FILE=steps.jsonl on the in-memory desktop
+	@test -n "$(FILE)" || { echo "usage: make replay FILE=steps.jsonl" >&2; exit 2; }
+	@build/release/orvel replay "$(FILE)"
+
+.PHONY: test
+test: deps ## build and run every test
+	$(call build,debug,debug)
+	@ctest --preset debug --parallel $(JOBS)
+
+.PHONY: asan
+asan: deps ## every test that needs no X server, under the address and undefined-behaviour sanitizers
+	$(call build,asan,asan)
+	@ctest --preset asan --parallel $(JOBS)
+
+.PHONY: coverage
+coverage: deps ## which lines the tests run: build/coverage/summary.txt
+	$(call build,coverage,coverage)
+	@ctest --preset coverage --parallel $(JOBS)
+	@python3 $(CHECKS)/coverage.py build/coverage | tee build/coverage/summary.txt
+
+.PHONY: fuzz
+fuzz: deps ## run every fuzz target for FUZZ_SECONDS
+	$(call build,fuzz,fuzz)
+	@$(CHECKS)/run_fuzzers.sh build/fuzz $(FUZZ_SECONDS)
+
+.PHONY: bench
+bench: deps ## run the benchmarks
+	$(call build,release,bench)
+	@shopt -s nullglob; for bench in build/release/benches/*; do "$$bench" || exit 1; done
+
+.PHONY: accept
+accept: deps ## rewrite the expected transcripts; review them in the diff
+	$(call build,debug,debug)
+	@ORVEL_ACCEPT=1 ctest --preset debug --quiet -L transcript || true
+	@git status --short -- tests/replay
+
+.PHONY: fmt
+fmt: deps ## format the sources
+	@$(CHECKS)/format.sh --fix
+
+.PHONY: lint
+lint: deps ## formatting, layering, banned calls, lengths, clang-tidy
+	@$(CHECKS)/lint.sh
+
+.PHONY: check-macos
+check-macos: deps ## type-check, analyse, link and fake-run the macOS back end
+	@if [ -x tests/macos/check.sh ]; then tests/macos/check.sh; else echo "no macOS back end to check"; fi
+
+.PHONY: install
+install: build ## install under PREFIX (/usr/local), below DESTDIR if set
+	@cmake --install build/release --prefix "$(PREFIX)"
+
+.PHONY: uninstall
+uninstall: ## remove what `make install` put in place
+	@packaging/linux/uninstall.sh build/release/install_manifest.txt
+
+.PHONY: clean
+clean: ## remove every build
+	@rm -rf build

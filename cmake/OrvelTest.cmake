@@ -6,7 +6,8 @@ include(GoogleTest)
 # as it is (for suites whose fixture is expensive, such as a real X server).
 #   unit     needs nothing but the process; also runs under the sanitizers
 #   view     Qt without a screen; also runs under the sanitizers
-#   session  starts a real X server
+#   session  starts a real X server; one at a time, beside tests of the other kinds
+# Further labels name groups for `ctest -L`.
 # Tests run in the top folder of the sources and find the build in ORVEL_BUILD_DIR.
 function(orvel_test name)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WHOLE;OWN_MAIN" "TIMEOUT" "SOURCES;LIBS;LABELS")
@@ -16,11 +17,12 @@ function(orvel_test name)
     if(NOT ARG_LABELS)
         set(ARG_LABELS unit)
     endif()
-    foreach(label IN LISTS ARG_LABELS)
-        if(NOT label MATCHES "^(unit|session|view)$")
-            message(FATAL_ERROR "${name}: unknown label '${label}'")
-        endif()
-    endforeach()
+    set(kinds ${ARG_LABELS})
+    list(FILTER kinds INCLUDE REGEX "^(unit|session|view)$")
+    list(LENGTH kinds count)
+    if(NOT count EQUAL 1)
+        message(FATAL_ERROR "${name}: exactly one of the labels unit, session and view, not '${ARG_LABELS}'")
+    endif()
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 60)
         if("session" IN_LIST ARG_LABELS)
@@ -37,7 +39,10 @@ function(orvel_test name)
         target_link_libraries(${name} PRIVATE GTest::gmock_main)
     endif()
 
-    set(properties TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
+    set(properties TIMEOUT ${ARG_TIMEOUT})
+    if(kinds STREQUAL "session")
+        list(APPEND properties RESOURCE_LOCK desktop)
+    endif()
     if(ARG_SERIAL)
         list(APPEND properties RUN_SERIAL TRUE)
     endif()
@@ -47,14 +52,21 @@ function(orvel_test name)
     endif()
     if(ARG_WHOLE)
         add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
-        set_tests_properties(${name} PROPERTIES ${properties} ENVIRONMENT "${environment}")
+        set_tests_properties(${name} PROPERTIES ${properties}
+            ENVIRONMENT "${environment}" LABELS "${ARG_LABELS}")
     else()
-        string(REPLACE ";" "\\;" environment "${environment}")
         gtest_discover_tests(${name}
             DISCOVERY_MODE PRE_TEST
             DISCOVERY_TIMEOUT 60
+            TEST_LIST ${name}_cases
             WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
-            PROPERTIES ${properties} ENVIRONMENT "${environment}")
+            PROPERTIES ${properties})
+        # Lists do not survive the way through gtest_discover_tests: set them once the cases are known.
+        set(lists ${CMAKE_CURRENT_BINARY_DIR}/${name}_lists.cmake)
+        file(CONFIGURE OUTPUT ${lists} @ONLY CONTENT
+            [[set_tests_properties(${@name@_cases} PROPERTIES ENVIRONMENT "@environment@" LABELS "@ARG_LABELS@")
+]])
+        set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${lists})
     endif()
 endfunction()
 

@@ -80,6 +80,7 @@ test_packages=(
     man-db
     qml6-module-qttest
     qt6-qmllint-plugins
+    shellcheck
 
     # A desktop to test in
     at-spi2-core
@@ -125,22 +126,22 @@ fi
 # An unknown package is as missing as one that was removed; dpkg-query says so on standard error.
 installed=$(dpkg-query --show --showformat '${db:Status-Status} ${Package}\n' "${packages[@]}" \
     2>/dev/null | awk '$1 == "installed" { print $2 }' || true)
-missing=$(comm -23 <(printf '%s\n' "${packages[@]}" | sort -u) <(sort -u <<<"$installed"))
-[ -n "$missing" ] || exit 0
+mapfile -t missing < <(comm -23 <(printf '%s\n' "${packages[@]}" | sort -u) <(sort -u <<<"$installed"))
+[ ${#missing[@]} -gt 0 ] || exit 0
 
-echo "Installing:" $missing
+echo "Installing: ${missing[*]}"
 as_root=()
 if [ "$(id -u)" != 0 ]; then
     if ! command -v sudo >/dev/null; then
-        echo "install_deps.sh: not root and no sudo here; as root run: apt-get install" $missing >&2
+        echo "install_deps.sh: not root and no sudo here; as root run: apt-get install ${missing[*]}" >&2
         exit 1
     fi
     as_root=(sudo)
 fi
 install=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
-    apt-get install --yes --no-install-recommends -o DPkg::Lock::Timeout=300)
+    apt-get install --yes --no-install-recommends -o DPkg::Lock::Timeout=300 "${missing[@]}")
 # The package lists of a fresh machine are often absent or stale: refresh them when a first try fails.
-"${install[@]}" $missing || {
+"${install[@]}" || {
     "${as_root[@]}" apt-get update -o DPkg::Lock::Timeout=300
-    "${install[@]}" $missing
+    "${install[@]}"
 }

@@ -14,40 +14,39 @@ class Ban:
     allowed: str  # Paths in which the call has its place.
 
 
-_ROOM = r"(?!(?:app|engine|overlay|clipboard|finder_menu|settings_ui)/)"
 _PROGRAMS = r"app/(?:main|session_main)\.cpp|app/cli/"
 
 BANS = (
     Ban("a clock: ask RunLoop for the time",
         r"\b(?:system_clock|steady_clock|high_resolution_clock)\s*::\s*now\b"
         r"|\b(?:gettimeofday|clock_gettime)\s*\(|(?<![\w.>:])(?:std::|::)?time\s*\(\s*(?:nullptr|NULL|0|&)",
-        r"platform/(?!memory/|base/)|tests/|bench/"),
+        r"platform/(?!memory/|base/)|tests/|tools/|bench/"),
     Ban("sleeping: poll with a deadline or use a timer",
         r"\b(?:sleep_for|sleep_until)\s*\(|(?<![\w.>:])(?:::)?(?:usleep|nanosleep|sleep)\s*\(",
-        r"tests/support/poll_until"),
+        r"tests/support/poll_until|tools/rig/poll_until"),
     Ban("`shared`: pass what is needed to the constructor",
         r"::\s*shared\s*\(\s*\)",
         r"app/|[a-z_]+/view/|platform/base/shared_instance|platform/macos/|tests/"),
     Ban("the environment: read it at the front door or in a back end",
         r"\b(?:secure_)?getenv\s*\(|\bsetenv\s*\(|\bputenv\s*\(|\bunsetenv\s*\(",
-        rf"{_PROGRAMS}|platform/(?!memory/|base/)|tests/|bench/"),
+        rf"{_PROGRAMS}|platform/(?!memory/|base/)|tests/|tools/|bench/"),
     Ban("a bare new: use std::make_unique or a value",
         r"(?<!operator )\bnew\s+(?:\(\w+\)\s*)?[A-Za-z_:]",
-        r"[a-z_]+/view/|platform/(?:qt|x11|macos)/|tests/(?:view|session)/"),
+        r"[a-z_]+/view/|platform/(?:qt|x11|macos)/|tests/(?:view|session|qt)/"),
     Ban("a bare delete: use an owner", r"(?<!= )(?<!operator )\bdelete\s+[A-Za-z_*(]|\bdelete\s*\[\]",
         r"platform/(?:qt|x11|macos)/"),
     Ban("output: use the Log port",
         r"\bstd::(?:cout|cerr|clog)\b|(?<![\w:.>])(?:std::)?(?:printf|puts|fputs|fprintf|perror)\s*\(",
-        rf"{_PROGRAMS}|app/replay/|app/record/|platform/|tests/|bench/"),
+        rf"{_PROGRAMS}|app/replay/|app/record/|platform/|tests/|tools/|bench/"),
     Ban("a thread: use RunLoop's background queue",
         r"\bstd::(?:thread|jthread|async)\b|\bpthread_create\b",
-        r"platform/(?!memory/|base/)|tests/|bench/"),
+        r"platform/(?!memory/|base/)|tests/|tools/|bench/"),
     Ban("a child process: use TaskRunner",
         r"(?<![\w:.>])(?:std::|::)?(?:system|popen|fork|vfork|execv\w*|execl\w*|posix_spawnp?)\s*\(",
-        rf"{_PROGRAMS}|platform/(?!memory/|base/)|tests/|bench/"),
+        rf"{_PROGRAMS}|platform/(?!memory/|base/)|tests/|tools/|bench/"),
     Ban("static state: a member, or constexpr",
         r"^\s+static\s+(?!const\b|constexpr\b|inline\b|_?assert|void\b|auto\b)[\w:<>,\s*&]+?\s+\w+\s*(?:=|\{|;)",
-        r"platform/|tests/|bench/|[a-z_]+/view/"),
+        r"platform/|tests/|tools/|bench/|[a-z_]+/view/"),
 )
 
 
