@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/base/geometry.hpp"
+#include "platform/panels.hpp"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -7,16 +10,13 @@
 #include <variant>
 #include <vector>
 
-#include "platform/base/geometry.hpp"
-#include "platform/panels.hpp"
-
 namespace orvel {
 
 struct MenuItem {
-    std::string title;  ///< empty: a separator
+    std::string title = {};  ///< empty: a separator
     bool isChecked = false;
-    std::string keyEquivalent;  ///< empty: none
-    std::string symbol;         ///< name of the symbol before the title; empty: none
+    std::string keyEquivalent = {};  ///< empty: none
+    std::string symbol = {};         ///< name of the symbol before the title; empty: none
 
     [[nodiscard]] bool isSeparator() const { return title.empty(); }
 };
@@ -29,7 +29,7 @@ struct MenuPlace {
 
 struct NativeMenu {
     std::string_view id;  ///< names the menu in transcripts
-    std::vector<MenuItem> items;
+    std::vector<MenuItem> items = {};
     double minimumWidth = 0;  ///< points; 0: as wide as its items
 };
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/base/geometry.hpp"
+
 #include <memory>
 #include <optional>
 #include <string_view>
-
-#include "platform/base/geometry.hpp"
 
 namespace orvel {
 
@@ -21,10 +21,10 @@ inline constexpr int kPopUpMenuLevel = 101;
 /// it is ordered out.
 struct PanelSpec {
     PanelId id = PanelId::settings;
-    ScreenRect contentRect;
+    ScreenRect contentRect = {};
     int styleMask = kStyleNonactivatingPanel;
-    std::optional<int> level;
-    std::optional<int> collectionBehavior;
+    std::optional<int> level = std::nullopt;
+    std::optional<int> collectionBehavior = std::nullopt;
     bool hasShadow = false;
     bool canBecomeKey = false;
     bool acceptsMouseMoved = false;
