@@ -56,6 +56,8 @@ struct PreferenceInfo {
 
 inline constexpr std::string_view kUnmappedKey = "原按键";
 
+// One row per key.
+// clang-format off
 inline constexpr std::array kPreferenceTable{
     PreferenceInfo{PreferenceKey::cardModifier, "card_modifier", PreferenceType::boolean, false, {},
                    "核心修饰键映射"},
@@ -110,6 +112,7 @@ inline constexpr std::array kPreferenceTable{
     PreferenceInfo{PreferenceKey::clipboardHistory, "orvel_clipboard_history_v2",
                    PreferenceType::data},
 };
+// clang-format on
 
 inline constexpr std::size_t kPreferenceCount = kPreferenceTable.size();
 inline constexpr std::size_t kFeatureCardCount = 15;

@@ -15,7 +15,8 @@ bool textIsTrue(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
     if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
     text.remove_prefix(std::min(text.find_first_not_of('0'), text.size()));
-    return !text.empty() && std::string_view("YyTt123456789").find(text.front()) != text.npos;
+    return !text.empty() &&
+           std::string_view("YyTt123456789").find(text.front()) != std::string_view::npos;
 }
 
 bool isTrue(const PreferenceValue& value) {
@@ -87,7 +88,9 @@ void Preferences::setInteger(PreferenceKey key, std::int64_t value) { set(key, v
 
 void Preferences::setString(PreferenceKey key, std::string value) { set(key, std::move(value)); }
 
-void Preferences::setStringArray(PreferenceKey key, StringList value) { set(key, std::move(value)); }
+void Preferences::setStringArray(PreferenceKey key, StringList value) {
+    set(key, std::move(value));
+}
 
 void Preferences::setData(PreferenceKey key, PreferenceData value) { set(key, std::move(value)); }
 

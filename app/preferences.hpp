@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/preference_keys.hpp"
+#include "platform/preference_store.hpp"
+
 #include <array>
 #include <optional>
 #include <string>
-
-#include "app/preference_keys.hpp"
-#include "platform/preference_store.hpp"
 
 namespace orvel {
 

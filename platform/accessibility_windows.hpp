@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/base/geometry.hpp"
+
 #include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "platform/base/geometry.hpp"
 
 namespace orvel {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
 #include "platform/accessibility_windows.hpp"
+
+#include <vector>
 
 namespace orvel {
 

@@ -4,8 +4,8 @@ namespace orvel {
 
 enum class CapsLockOutcome {
     done,
-    noService,   ///< the input system offers no such service
-    notOpened,   ///< the service is there and cannot be opened
+    noService,  ///< the input system offers no such service
+    notOpened,  ///< the service is there and cannot be opened
 };
 
 /// The lock and its light, as the input system keeps them. Main thread.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
 #include "platform/base/event_flags.hpp"
 #include "platform/base/key_codes.hpp"
+
+#include <cstdint>
 
 namespace orvel {
 
@@ -31,9 +31,9 @@ struct Event {
     EventType type = EventType::keyDown;
     KeyCode keyCode = 0;
     EventFlags flags = 0;
-    std::int64_t buttonNumber = 0;      ///< only for the two mouse types; 2 is the middle button
-    std::int64_t deltaAxis1 = 0;        ///< vertical wheel movement in lines
-    std::int64_t pointDeltaAxis1 = 0;   ///< vertical wheel movement in pixels
+    std::int64_t buttonNumber = 0;     ///< only for the two mouse types; 2 is the middle button
+    std::int64_t deltaAxis1 = 0;       ///< vertical wheel movement in lines
+    std::int64_t pointDeltaAxis1 = 0;  ///< vertical wheel movement in pixels
     bool hasPreciseScrollingDeltas = false;  ///< touchpads and other continuous devices
     bool isAutorepeat = false;
     std::int64_t userData = 0;

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/event.hpp"
+#include "platform/panels.hpp"
+
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
-
-#include "platform/event.hpp"
-#include "platform/panels.hpp"
 
 namespace orvel {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/event.hpp"
+
 #include <cstdint>
 #include <optional>
 #include <span>
-
-#include "platform/event.hpp"
 
 namespace orvel {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <functional>
-
 #include "platform/event.hpp"
+
+#include <functional>
 
 namespace orvel {
 

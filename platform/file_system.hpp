@@ -1,14 +1,14 @@
 #pragma once
 
+#include "platform/base/json.hpp"
+#include "platform/base/result.hpp"
+
 #include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/base/json.hpp"
-#include "platform/base/result.hpp"
 
 namespace orvel {
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/base/result.hpp"
+
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/base/result.hpp"
 
 namespace orvel {
 

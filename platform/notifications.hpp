@@ -1,16 +1,16 @@
 #pragma once
 
+#include "platform/panels.hpp"
+
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
 
-#include "platform/panels.hpp"
-
 namespace orvel {
 
 enum class NotificationName {
-    windowDidResignKey,        ///< a panel of this program stopped receiving the keyboard
+    windowDidResignKey,  ///< a panel of this program stopped receiving the keyboard
     applicationDidResignActive,
 };
 

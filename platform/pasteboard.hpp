@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/base/result.hpp"
+#include "platform/picture.hpp"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/base/result.hpp"
-#include "platform/picture.hpp"
 
 namespace orvel {
 

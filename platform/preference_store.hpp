@@ -16,8 +16,8 @@ struct ForeignPreference {
     bool operator==(const ForeignPreference&) const = default;
 };
 
-using PreferenceValue =
-    std::variant<bool, std::int64_t, double, std::string, StringList, PreferenceData, ForeignPreference>;
+using PreferenceValue = std::variant<bool, std::int64_t, double, std::string, StringList,
+                                     PreferenceData, ForeignPreference>;
 
 /// Stands for one key; the same key always gives the same handle.
 using PreferenceHandle = std::uint32_t;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
 #include "platform/base/geometry.hpp"
+
+#include <vector>
 
 namespace orvel {
 

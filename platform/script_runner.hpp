@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/base/result.hpp"
+
 #include <string>
 #include <string_view>
-
-#include "platform/base/result.hpp"
 
 namespace orvel {
 

@@ -1,19 +1,19 @@
 #pragma once
 
+#include "platform/base/event_flags.hpp"
+#include "platform/base/geometry.hpp"
+
 #include <functional>
 #include <optional>
 #include <string>
-
-#include "platform/base/event_flags.hpp"
-#include "platform/base/geometry.hpp"
 
 namespace orvel {
 
 struct StatusItemSpec {
     double length = -1;  ///< -1: as long as its content
     std::string image;
-    double imageSize = 18;           ///< points, width and height
-    std::string fallbackSymbol;      ///< shown when the image is missing
+    double imageSize = 18;       ///< points, width and height
+    std::string fallbackSymbol;  ///< shown when the image is missing
     std::string fallbackDescription;
 };
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/base/result.hpp"
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/base/result.hpp"
 
 namespace orvel {
 

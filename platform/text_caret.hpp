@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
-
 #include "platform/base/geometry.hpp"
+
+#include <optional>
 
 namespace orvel {
 

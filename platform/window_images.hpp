@@ -1,9 +1,9 @@
 #pragma once
 
-#include <optional>
-
 #include "platform/picture.hpp"
 #include "platform/window_list.hpp"
+
+#include <optional>
 
 namespace orvel {
 

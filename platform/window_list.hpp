@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/accessibility_windows.hpp"
+#include "platform/base/geometry.hpp"
+
 #include <cstdint>
 #include <string>
 #include <vector>
-
-#include "platform/accessibility_windows.hpp"
-#include "platform/base/geometry.hpp"
 
 namespace orvel {
 
@@ -20,7 +20,7 @@ struct WindowInfo {
 };
 
 enum class WindowListScope {
-    all,       ///< also off screen, minimised and on other spaces
+    all,  ///< also off screen, minimised and on other spaces
     onScreen,
 };
 

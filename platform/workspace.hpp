@@ -1,17 +1,17 @@
 #pragma once
 
+#include "platform/accessibility_windows.hpp"
+#include "platform/picture.hpp"
+
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/accessibility_windows.hpp"
-#include "platform/picture.hpp"
-
 namespace orvel {
 
 enum class ActivationPolicy {
-    regular,     ///< has windows and an icon among the running applications
+    regular,  ///< has windows and an icon among the running applications
     accessory,
     prohibited,
 };

@@ -74,23 +74,34 @@ private:
     std::vector<Open> open_;
 };
 
+unsigned char byteAt(std::string_view text, std::size_t i) {
+    return static_cast<unsigned char>(text[i]);
+}
+
+/// Whether `count` continuation bytes follow the first byte of `text`.
+bool continues(std::string_view text, std::size_t count) {
+    if (text.size() <= count) return false;
+    for (std::size_t i = 1; i <= count; ++i) {
+        if ((byteAt(text, i) & 0xC0) != 0x80) return false;
+    }
+    return true;
+}
+
 /// Length of the valid UTF-8 sequence at the start of `text`, 0 when there is none.
 std::size_t utf8Length(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const auto continues = [&](std::size_t i) { return i < text.size() && (byte(i) & 0xC0) == 0x80; };
-    const unsigned char lead = byte(0);
+    const unsigned char lead = byteAt(text, 0);
     if (lead < 0x80) return 1;
-    if (lead >= 0xC2 && lead <= 0xDF) return continues(1) ? 2 : 0;
+    if (lead >= 0xC2 && lead <= 0xDF) return continues(text, 1) ? 2 : 0;
     if (lead >= 0xE0 && lead <= 0xEF) {
-        if (!continues(1) || !continues(2)) return 0;
-        const bool overlong = lead == 0xE0 && byte(1) < 0xA0;
-        const bool surrogate = lead == 0xED && byte(1) > 0x9F;
+        if (!continues(text, 2)) return 0;
+        const bool overlong = lead == 0xE0 && byteAt(text, 1) < 0xA0;
+        const bool surrogate = lead == 0xED && byteAt(text, 1) > 0x9F;
         return overlong || surrogate ? 0 : 3;
     }
     if (lead >= 0xF0 && lead <= 0xF4) {
-        if (!continues(1) || !continues(2) || !continues(3)) return 0;
-        const bool overlong = lead == 0xF0 && byte(1) < 0x90;
-        const bool tooLarge = lead == 0xF4 && byte(1) > 0x8F;
+        if (!continues(text, 3)) return 0;
+        const bool overlong = lead == 0xF0 && byteAt(text, 1) < 0x90;
+        const bool tooLarge = lead == 0xF4 && byteAt(text, 1) > 0x8F;
         return overlong || tooLarge ? 0 : 4;
     }
     return 0;
@@ -112,7 +123,8 @@ void appendEscaped(std::string& out, char c) {
         case '\t': out += "\\t"; return;
         default: break;
     }
-    if (static_cast<unsigned char>(c) < 0x20) return appendControl(out, static_cast<unsigned char>(c));
+    if (static_cast<unsigned char>(c) < 0x20)
+        return appendControl(out, static_cast<unsigned char>(c));
     out += c;
 }
 
@@ -142,7 +154,8 @@ void appendNumber(std::string& out, Number number) {
 }  // namespace
 
 double Json::number() const {
-    if (const auto* integer = std::get_if<std::int64_t>(&value_)) return static_cast<double>(*integer);
+    if (const auto* integer = std::get_if<std::int64_t>(&value_))
+        return static_cast<double>(*integer);
     return std::get<double>(value_);
 }
 
@@ -161,8 +174,7 @@ Result<Json> parseJson(std::string_view text) {
     rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> input(stream);
     rapidjson::Reader reader;
     constexpr unsigned flags = rapidjson::kParseValidateEncodingFlag |
-                               rapidjson::kParseFullPrecisionFlag |
-                               rapidjson::kParseIterativeFlag;
+                               rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
     const auto outcome = reader.Parse<flags>(input, builder);
     if (outcome.IsError()) {
         return Failure{std::string(rapidjson::GetParseError_En(outcome.Code())) + " (byte " +

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/base/result.hpp"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
-
-#include "platform/base/result.hpp"
 
 namespace orvel {
 
@@ -20,15 +20,17 @@ using JsonObject = std::vector<std::pair<std::string, Json>>;
 /// One JSON value. Integers that fit 64 bits stay exact.
 class Json {
 public:
-    using Value =
-        std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, JsonArray, JsonObject>;
+    using Value = std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, JsonArray,
+                               JsonObject>;
 
     Json() = default;
     Json(Value value) : value_(std::move(value)) {}
 
     [[nodiscard]] bool isNull() const { return is<std::nullptr_t>(); }
     [[nodiscard]] const bool* asBool() const { return std::get_if<bool>(&value_); }
-    [[nodiscard]] const std::int64_t* asInteger() const { return std::get_if<std::int64_t>(&value_); }
+    [[nodiscard]] const std::int64_t* asInteger() const {
+        return std::get_if<std::int64_t>(&value_);
+    }
     [[nodiscard]] const std::string* asString() const { return std::get_if<std::string>(&value_); }
     [[nodiscard]] const JsonArray* asArray() const { return std::get_if<JsonArray>(&value_); }
     [[nodiscard]] const JsonObject* asObject() const { return std::get_if<JsonObject>(&value_); }

@@ -34,8 +34,7 @@ class TimerOwner final : public Timer {
 public:
     explicit TimerOwner(QTimer* timer) : timer_(timer) {}
     ~TimerOwner() override {
-        if (timer_ == nullptr)
-            return;
+        if (timer_ == nullptr) return;
         timer_->stop();
         timer_->disconnect();
         timer_->deleteLater();
@@ -49,8 +48,7 @@ class WatchOwner final : public ReadableWatch {
 public:
     explicit WatchOwner(QSocketNotifier* notifier) : notifier_(notifier) {}
     ~WatchOwner() override {
-        if (notifier_ == nullptr)
-            return;
+        if (notifier_ == nullptr) return;
         notifier_->setEnabled(false);
         notifier_->disconnect();
         notifier_->deleteLater();
@@ -103,9 +101,7 @@ void QtRunLoop::postAfter(Duration delay, Task task) {
     });
 }
 
-void QtRunLoop::background(Task work) {
-    impl_->pool.start(std::move(work));
-}
+void QtRunLoop::background(Task work) { impl_->pool.start(std::move(work)); }
 
 void QtRunLoop::backgroundAfter(Duration delay, Task work) {
     postAfter(delay, [this, work = std::move(work)] { background(work); });
@@ -126,9 +122,7 @@ std::unique_ptr<ReadableWatch> QtRunLoop::watchReadable(int fd, Task handler) {
     return std::make_unique<WatchOwner>(notifier);
 }
 
-int QtRunLoop::run() {
-    return QCoreApplication::exec();
-}
+int QtRunLoop::run() { return QCoreApplication::exec(); }
 
 void QtRunLoop::quit(int status) {
     post([status] { QCoreApplication::exit(status); });
