@@ -11,7 +11,7 @@ add_library(orvel::plist_library ALIAS PkgConfig::PLIST)
 if(ORVEL_SESSION)
     pkg_check_modules(X11 REQUIRED IMPORTED_TARGET
         x11 x11-xcb xi xtst xext xfixes xrandr xcomposite xdamage xscrnsaver xkbcommon xkbcommon-x11 xcb
-        xcb-xkb xcb-xinput xcb-ewmh xcb-icccm)
+        xcb-xkb xcb-xinput xcb-ewmh xcb-icccm xcb-randr xcb-composite xcb-shm xcb-xfixes xcb-res)
     add_library(orvel::x11_libraries ALIAS PkgConfig::X11)
     find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Qml Quick Svg)
 endif()

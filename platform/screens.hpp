@@ -9,6 +9,8 @@ namespace orvel {
 struct Screen {
     ScreenRect frame;
     ScreenRect visibleFrame;  ///< what menu bars, docks and panels of the desktop leave free
+
+    bool operator==(const Screen&) const = default;
 };
 
 /// Main thread.

@@ -29,9 +29,13 @@ build_packages=(
     # X11
     libx11-dev
     libx11-xcb-dev
+    libxcb-composite0-dev
     libxcb-ewmh-dev
     libxcb-icccm4-dev
+    libxcb-randr0-dev
+    libxcb-res0-dev
     libxcb-shape0-dev
+    libxcb-shm0-dev
     libxcb-xfixes0-dev
     libxcb-xinput-dev
     libxcb-xkb-dev
