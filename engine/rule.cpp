@@ -1,0 +1,17 @@
+#include "engine/rule.hpp"
+
+namespace orvel {
+
+EngineDecision RuleContext::rewritten(KeyCode keyCode, EventFlags flags) const {
+    Event event = incoming;
+    event.keyCode = keyCode;
+    event.flags = flags;
+    return EngineDecision::modify(event);
+}
+
+bool RuleContext::isFinderInFront() const {
+    const auto front = services.workspace.frontmostApplication();
+    return front && front->bundleId == "com.apple.finder";
+}
+
+}  // namespace orvel
