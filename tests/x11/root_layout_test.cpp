@@ -115,8 +115,7 @@ TEST(LayOutScreens, AStrutThatWouldLeaveNothingIsIgnored) {
     absurd.top = 2160;
     absurd.topEndX = 5120;
     state.struts = {left, absurd};
-    for (const auto& screen : layOutScreens(state))
-        EXPECT_EQ(screen.visibleFrame, screen.frame);
+    for (const auto& screen : layOutScreens(state)) EXPECT_EQ(screen.visibleFrame, screen.frame);
 }
 
 TEST(LayOutScreens, WithoutMonitorsThereIsNoScreen) {
