@@ -9,9 +9,7 @@ namespace orvel {
 LoginItem::LoginItem(LoginItems& loginItems, Preferences& preferences, Log& log)
     : loginItems_(loginItems), preferences_(preferences), log_(log) {}
 
-bool LoginItem::isEnabled() const {
-    return preferences_.boolForKey(PreferenceKey::launchAtLogin);
-}
+bool LoginItem::isEnabled() const { return preferences_.boolForKey(PreferenceKey::launchAtLogin); }
 
 void LoginItem::toggle() {
     const bool wasEnabled = isEnabled();

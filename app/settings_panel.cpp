@@ -31,9 +31,7 @@ ScreenRect settingsPanelFrame(ScreenRect button, const std::optional<ScreenRect>
 
 SettingsPanel::SettingsPanel(SettingsPanelPorts ports) : ports_(ports) {}
 
-bool SettingsPanel::isVisible() const {
-    return mainWindow_ && mainWindow_->isVisible();
-}
+bool SettingsPanel::isVisible() const { return mainWindow_ && mainWindow_->isVisible(); }
 
 void SettingsPanel::toggle() {
     createOnce();
@@ -46,8 +44,7 @@ void SettingsPanel::toggle() {
 
 void SettingsPanel::show() {
     createOnce();
-    if (!isVisible())
-        placeBelowStatusItem();
+    if (!isVisible()) placeBelowStatusItem();
     mainWindow_->makeKeyAndOrderFront();
     ports_.appControl.activateSelf();
     removeClickMonitors();
@@ -55,8 +52,7 @@ void SettingsPanel::show() {
 }
 
 void SettingsPanel::hide() {
-    if (mainWindow_)
-        mainWindow_->orderOut();
+    if (mainWindow_) mainWindow_->orderOut();
     removeClickMonitors();
 }
 
@@ -65,8 +61,7 @@ bool SettingsPanel::wasJustClosedByPress() const {
 }
 
 void SettingsPanel::createOnce() {
-    if (mainWindow_)
-        return;
+    if (mainWindow_) return;
     const auto [width, height] = kSettingsPanelSize;
     mainWindow_ = ports_.panels.create({.id = PanelId::settings,
                                         .contentRect = {0, 0, width, height},
@@ -77,16 +72,14 @@ void SettingsPanel::createOnce() {
 
 void SettingsPanel::placeBelowStatusItem() {
     const auto button = ports_.statusBar.buttonFrame();
-    if (!button)
-        return;
+    if (!button) return;
     const ScreenPoint centre{button->midX(), button->midY()};
     mainWindow_->setFrame(settingsPanelFrame(*button, visibleFrameAround(centre)));
 }
 
 std::optional<ScreenRect> SettingsPanel::visibleFrameAround(ScreenPoint point) const {
     for (const Screen& screen : ports_.screens.screens()) {
-        if (screen.frame.contains(point))
-            return screen.visibleFrame;
+        if (screen.frame.contains(point)) return screen.visibleFrame;
     }
     return std::nullopt;
 }
@@ -100,8 +93,7 @@ void SettingsPanel::installClickMonitors() {
     localClickMonitor_ = ports_.eventMonitors.add(
         MonitorScope::local, kAnyPress, kMonitorOwner, [this](const MonitoredEvent& event) {
             const bool isInside = isVisible() && event.window == PanelId::settings;
-            if (!isInside)
-                closeByPress();
+            if (!isInside) closeByPress();
             return true;
         });
 }

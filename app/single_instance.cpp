@@ -13,13 +13,11 @@ SingleInstance::SingleInstance(AppControl& appControl, Workspace& workspace, Log
 
 bool SingleInstance::yieldsToRunningCopy() {
     const auto instances = appControl_.runningInstances();
-    if (instances.size() < 2)
-        return false;
+    if (instances.size() < 2) return false;
     log_.line("⚠️ 检测到程序已在运行，自动退出重复启动的实例。");
     const auto other = std::ranges::find_if(
         instances, [own = appControl_.ownPid()](ProcessId pid) { return pid != own; });
-    if (other != instances.end())
-        workspace_.activate(*other, kActivateIgnoringOtherApps);
+    if (other != instances.end()) workspace_.activate(*other, kActivateIgnoringOtherApps);
     appControl_.terminate();
     return true;
 }

@@ -27,8 +27,7 @@ StatusItemController::StatusItemController(StatusItemPorts ports, SettingsPanel&
     : ports_(ports), panel_(panel), loginItem_(loginItem) {}
 
 void StatusItemController::setupStatusBar() {
-    if (std::exchange(hasItem_, true))
-        return;
+    if (std::exchange(hasItem_, true)) return;
     ports_.statusBar.createItem({.length = -1,
                                  .image = "MenuBarIcon",
                                  .imageSize = 18,
@@ -39,8 +38,7 @@ void StatusItemController::setupStatusBar() {
 
 void StatusItemController::clickArrived(const StatusItemClick& click) {
     // The press of this very click already closed the panel; its release must not open it again.
-    if (!opensMenu(click) && panel_.wasJustClosedByPress())
-        return;
+    if (!opensMenu(click) && panel_.wasJustClosedByPress()) return;
     handleStatusItemClick(click);
 }
 
@@ -55,26 +53,18 @@ void StatusItemController::handleStatusItemClick(const StatusItemClick& click) {
 void StatusItemController::showContextMenu() {
     auto rows = statusMenuRows(loginItem_.isEnabled());
     NativeMenu menu{.id = "statusItem", .items = {}};
-    for (const StatusMenuRow& row : rows)
-        menu.items.push_back(row.item);
+    for (const StatusMenuRow& row : rows) menu.items.push_back(row.item);
     ports_.nativeMenus.popUp(std::move(menu), {.panel = std::nullopt, .at = {0, 0}},
                              [this, rows = std::move(rows)](std::size_t index) {
-                                 if (const auto action = rows.at(index).action)
-                                     perform(*action);
+                                 if (const auto action = rows.at(index).action) perform(*action);
                              });
 }
 
 void StatusItemController::perform(StatusMenuAction action) {
     switch (action) {
-        case StatusMenuAction::toggleLaunchAtLogin:
-            loginItem_.toggle();
-            break;
-        case StatusMenuAction::openWebsite:
-            ports_.launcher.openUrl(kWebsite);
-            break;
-        case StatusMenuAction::quit:
-            ports_.appControl.terminate();
-            break;
+        case StatusMenuAction::toggleLaunchAtLogin: loginItem_.toggle(); break;
+        case StatusMenuAction::openWebsite: ports_.launcher.openUrl(kWebsite); break;
+        case StatusMenuAction::quit: ports_.appControl.terminate(); break;
     }
 }
 

@@ -19,16 +19,11 @@ struct RgbColor {
 
 constexpr RgbColor rgbOf(CardColor color) {
     switch (color) {
-        case CardColor::purple:
-            return {0.7, 0.4, 0.8};
-        case CardColor::blue:
-            return {0.4, 0.6, 0.9};
-        case CardColor::green:
-            return {0.4, 0.7, 0.5};
-        case CardColor::orange:
-            return {0.9, 0.6, 0.4};
-        case CardColor::red:
-            return {0.9, 0.4, 0.4};
+        case CardColor::purple: return {0.7, 0.4, 0.8};
+        case CardColor::blue: return {0.4, 0.6, 0.9};
+        case CardColor::green: return {0.4, 0.7, 0.5};
+        case CardColor::orange: return {0.9, 0.6, 0.4};
+        case CardColor::red: return {0.9, 0.4, 0.4};
     }
     return {};
 }
@@ -86,8 +81,7 @@ inline constexpr std::array<FeatureCard, kFeatureCardCount> kFeatureCards{{
 namespace detail {
 constexpr bool cardsAreInCardOrder() {
     for (std::size_t i = 0; i < kFeatureCards.size(); ++i) {
-        if (static_cast<std::size_t>(kFeatureCards[i].key) != i)
-            return false;
+        if (static_cast<std::size_t>(kFeatureCards[i].key) != i) return false;
     }
     return true;
 }

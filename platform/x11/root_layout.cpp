@@ -54,8 +54,7 @@ RootRect freeArea(const RootRect& area, const RootState& state, bool isOnly) {
         if (free.width > 0 && free.height > 0) return free;
     }
     RootRect free = area;
-    for (const auto& strut : state.struts)
-        free = withoutStrut(area, free, state.root, strut);
+    for (const auto& strut : state.struts) free = withoutStrut(area, free, state.root, strut);
     return free;
 }
 

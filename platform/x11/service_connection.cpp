@@ -34,8 +34,7 @@ Result<std::unique_ptr<ServiceConnection>> ServiceConnection::open(const std::st
                        (display.empty() ? std::string() : " " + display)};
     }
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (; screenNumber > 0 && screens.rem > 1; --screenNumber)
-        xcb_screen_next(&screens);
+    for (; screenNumber > 0 && screens.rem > 1; --screenNumber) xcb_screen_next(&screens);
     return std::unique_ptr<ServiceConnection>(new ServiceConnection(connection, screens.data));
 }
 
@@ -148,8 +147,7 @@ bool ServiceConnection::waitForEvent(Deadline deadline) {
 }
 
 void ServiceConnection::putEventsAside() {
-    while (auto* event = xcb_poll_for_queued_event(connection_))
-        aside_.emplace_back(event);
+    while (auto* event = xcb_poll_for_queued_event(connection_)) aside_.emplace_back(event);
     if (!aside_.empty() && !hasAskedForWake_ && wake_) {
         hasAskedForWake_ = true;
         wake_();

@@ -21,8 +21,9 @@ struct TrapRecord {
     int error = 0;
 };
 
-std::mutex trapsMutex;
-std::vector<TrapRecord> traps;
+// Xlib's error handler is given no context of ours.
+std::mutex trapsMutex;          // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+std::vector<TrapRecord> traps;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 int noteError(Display* display, XErrorEvent* event) {
     const std::lock_guard lock(trapsMutex);

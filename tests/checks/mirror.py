@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Back ends are twins: every port has a file of the same stem in each, methods in the same order.
 
-A port is a header in platform/ with a pure virtual method. A gap that is known and explained
-stands in KNOWN_GAPS; a gap that was closed must leave it.
+A port is a header in platform/ with a pure virtual method. A complete back end may lack no port;
+the gaps of the others are listed. Methods stand in the port's order in all of them.
 """
 
 import re
@@ -10,8 +10,7 @@ import re
 from sources import Finding, Source, blank_comments_and_texts, code_files, main
 
 BACK_ENDS = {"memory": "memory_", "x11": "x11_", "macos": "mac_"}
-# (back end, port): why it is absent.
-KNOWN_GAPS = {}
+COMPLETE = ("memory",)
 
 
 def methods(text, pattern):
@@ -36,24 +35,35 @@ def check_order(port, twin):
     return []
 
 
-def check(sources, gaps=None):
-    gaps = KNOWN_GAPS if gaps is None else gaps
+def twins(port, back_end, by_path):
+    base = f"platform/{back_end}/{BACK_ENDS[back_end]}{stem(port)}"
+    return [by_path[base + suffix] for suffix in (".hpp", ".cpp", ".mm") if base + suffix in by_path]
+
+
+def stem(port):
+    return port.path[len("platform/"):-len(".hpp")]
+
+
+def ports_of(sources):
+    return [s for s in sources
+            if re.fullmatch(r"platform/\w+\.hpp", s.path) and port_methods(s.text)]
+
+
+def gaps(sources):
+    """back end -> stems of the ports that it lacks; only back ends of which something exists."""
     by_path = {s.path: s for s in sources}
-    ports = [s for s in sources
-             if re.fullmatch(r"platform/\w+\.hpp", s.path) and port_methods(s.text)]
-    present = {b for b in BACK_ENDS if any(p.startswith(f"platform/{b}/{BACK_ENDS[b]}") for p in by_path)}
-    findings = []
-    for port in ports:
-        stem = port.path[len("platform/"):-len(".hpp")]
-        for back_end in sorted(present):
-            base = f"platform/{back_end}/{BACK_ENDS[back_end]}{stem}"
-            twins = [by_path[base + s] for s in (".hpp", ".cpp", ".mm") if base + s in by_path]
-            known = (back_end, stem) in gaps
-            if not twins and not known:
-                findings.append(Finding(port.path, 1, f"no {base}.*"))
-            if twins and known:
-                findings.append(Finding(twins[0].path, 1, "is there: take it out of KNOWN_GAPS"))
-            for twin in twins:
+    started = [b for b, prefix in BACK_ENDS.items()
+               if any(path.startswith(f"platform/{b}/{prefix}") for path in by_path)]
+    return {b: [stem(p) for p in ports_of(sources) if not twins(p, b, by_path)] for b in started}
+
+
+def check(sources):
+    by_path = {s.path: s for s in sources}
+    findings = [Finding(f"platform/{name}.hpp", 1, f"no platform/{b}/{BACK_ENDS[b]}{name}.*")
+                for b, missing in gaps(sources).items() if b in COMPLETE for name in missing]
+    for port in ports_of(sources):
+        for back_end in BACK_ENDS:
+            for twin in twins(port, back_end, by_path):
                 findings += check_order(port, twin)
     return findings
 
@@ -79,9 +89,13 @@ def self_test():
     assert check([port, plain, twin]) == []
     assert "another order" in check([port, swapped])[0].text
     assert "no platform/memory/memory_screens" in check([port, other])[0].text
-    assert check([port, other], {("memory", "screens"): "why"}) == []
-    assert "take it out" in check([port, twin], {("memory", "screens"): "why"})[0].text
+    real = Source("platform/x11/x11_other.hpp", "")
+    assert check([port, twin, real]) == []
+    assert gaps([port, twin, real]) == {"memory": [], "x11": ["screens"]}
 
 
 if __name__ == "__main__":
-    main("mirror", check, self_test, code_files)
+    main("mirror", check, self_test)
+    for back_end, missing in gaps(code_files()).items():
+        if missing:
+            print(f"        {back_end} lacks {len(missing)}: {', '.join(missing)}")

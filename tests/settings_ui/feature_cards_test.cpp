@@ -48,8 +48,7 @@ TEST(KeyboardDrawing, EveryMapHasOneKeyAndAListLabelOfItsOwn) {
     std::set<PreferenceKey> maps;
     std::set<std::string_view> labels;
     for (const DrawnKey& key : kDrawnKeys) {
-        if (key.map)
-            maps.insert(*key.map);
+        if (key.map) maps.insert(*key.map);
         labels.insert(key.listLabel);
     }
     EXPECT_EQ(maps,
