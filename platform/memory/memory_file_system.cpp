@@ -28,10 +28,8 @@ Result<std::vector<std::string>> MemoryFileSystem::list(std::string_view path) c
     const auto addName = [&](const std::string& entry) {
         if (parentOf(entry) == path) names.push_back(entry.substr(path.size() + 1));
     };
-    for (const std::string& folder : world_.folders)
-        addName(folder);
-    for (const auto& [file, bytes] : world_.files)
-        addName(file);
+    for (const std::string& folder : world_.folders) addName(folder);
+    for (const auto& [file, bytes] : world_.files) addName(file);
     return names;
 }
 

@@ -19,8 +19,7 @@ void MemoryLauncher::openFiles(const std::vector<std::string>& paths,
     {
         auto effect = effects_.effect("openFiles");
         effect->beginObject().key("paths").beginArray();
-        for (const std::string& path : paths)
-            effect->value(path);
+        for (const std::string& path : paths) effect->value(path);
         effect->endArray()
             .member("appPath", applicationPath)
             .member("activates", activates)

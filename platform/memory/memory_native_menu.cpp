@@ -25,8 +25,7 @@ void MemoryNativeMenus::popUp(NativeMenu menu, MenuPlace place,
                               std::function<void(std::size_t)> chosen) {
     auto effect = effects_.effect("menu");
     effect->beginObject().member("id", menu.id).key("items").beginArray();
-    for (const MenuItem& item : menu.items)
-        writeItem(*effect, item);
+    for (const MenuItem& item : menu.items) writeItem(*effect, item);
     effect->endArray()
         .key("at")
         .beginArray()

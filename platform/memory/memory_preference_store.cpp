@@ -15,8 +15,7 @@ struct ValueWriter {
     void operator()(const std::string& text) const { out.value(text); }
     void operator()(const StringList& texts) const {
         out.beginArray();
-        for (const std::string& text : texts)
-            out.value(text);
+        for (const std::string& text : texts) out.value(text);
         out.endArray();
     }
     void operator()(const PreferenceData& data) const {

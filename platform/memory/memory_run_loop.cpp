@@ -82,10 +82,8 @@ void MemoryRunLoop::schedule(Duration delay, bool inBackground, Task task) {
 
 void MemoryRunLoop::drain() {
     while (!main_.empty() || !background_.empty()) {
-        while (!main_.empty())
-            takeFirst(main_)();
-        while (!background_.empty())
-            runInBackground(takeFirst(background_));
+        while (!main_.empty()) takeFirst(main_)();
+        while (!background_.empty()) runInBackground(takeFirst(background_));
     }
 }
 

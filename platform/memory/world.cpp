@@ -10,23 +10,16 @@ namespace {
 EventFlags flagOfModifier(KeyCode keyCode) {
     switch (keyCode) {
         case key::leftCommand:
-        case key::rightCommand:
-            return flag::command;
+        case key::rightCommand: return flag::command;
         case key::leftShift:
-        case key::rightShift:
-            return flag::shift;
+        case key::rightShift: return flag::shift;
         case key::leftOption:
-        case key::rightOption:
-            return flag::option;
+        case key::rightOption: return flag::option;
         case key::leftControl:
-        case key::rightControl:
-            return flag::control;
-        case key::capsLock:
-            return flag::capsLock;
-        case key::fn:
-            return flag::secondaryFn;
-        default:
-            return flag::none;
+        case key::rightControl: return flag::control;
+        case key::capsLock: return flag::capsLock;
+        case key::fn: return flag::secondaryFn;
+        default: return flag::none;
     }
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "platform/base/json.hpp"
 
 #include <gmock/gmock.h>
+
+#include <string>
+#include <string_view>
 
 namespace orvel::test {
 

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <cmath>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "platform/memory/memory_desktop.hpp"
 #include "tests/support/event_builders.hpp"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace orvel::test {
 
