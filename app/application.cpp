@@ -24,12 +24,42 @@ OrvelEngine::Ports enginePorts(Desktop& desktop) {
             .workspace = desktop.workspace};
 }
 
+SettingsPanelPorts settingsPanelPorts(Desktop& desktop) {
+    return {.panels = desktop.panels,
+            .statusBar = desktop.statusBar,
+            .screens = desktop.screens,
+            .eventMonitors = desktop.eventMonitors,
+            .appControl = desktop.appControl,
+            .runLoop = desktop.runLoop};
+}
+
+StatusItemPorts statusItemPorts(Desktop& desktop) {
+    return {.statusBar = desktop.statusBar,
+            .nativeMenus = desktop.nativeMenus,
+            .launcher = desktop.launcher,
+            .appControl = desktop.appControl};
+}
+
 }  // namespace
 
 Application::Application(Desktop& desktop)
     : preferences_(desktop.preferenceStore),
       engine_(enginePorts(desktop),
               {.overlay = overlay_, .clipboard = clipboard_, .finderMenu = finderMenu_},
-              preferences_) {}
+              preferences_),
+      settings_(preferences_, engine_, overlay_),
+      loginItem_(desktop.loginItems, preferences_, desktop.log),
+      settingsPanel_(settingsPanelPorts(desktop)),
+      statusItem_(statusItemPorts(desktop), settingsPanel_, loginItem_, engine_.isPaused()),
+      singleInstance_(desktop.appControl, desktop.workspace, desktop.log),
+      dockRestorer_(desktop.scriptRunner, desktop.runLoop, desktop.log),
+      delegate_({.engine = engine_,
+                 .services = {.overlay = overlay_,
+                              .clipboard = clipboard_,
+                              .windowPictures = windowPictures_},
+                 .singleInstance = singleInstance_,
+                 .dockRestorer = dockRestorer_,
+                 .statusItem = statusItem_},
+                preferences_, desktop.appControl, desktop.runLoop, desktop.log) {}
 
 }  // namespace orvel

@@ -1,9 +1,16 @@
 #pragma once
 
 #include "app/absent_rooms.hpp"
+#include "app/app_delegate.hpp"
+#include "app/dock_restorer.hpp"
+#include "app/login_item.hpp"
 #include "app/preferences.hpp"
+#include "app/settings_panel.hpp"
+#include "app/single_instance.hpp"
+#include "app/status_item_controller.hpp"
 #include "engine/orvel_engine.hpp"
 #include "platform/desktop.hpp"
+#include "settings_ui/settings_model.hpp"
 
 namespace orvel {
 
@@ -15,13 +22,25 @@ public:
 
     [[nodiscard]] Preferences& preferences() { return preferences_; }
     [[nodiscard]] OrvelEngine& engine() { return engine_; }
+    [[nodiscard]] SettingsModel& settings() { return settings_; }
+    [[nodiscard]] SettingsPanel& settingsPanel() { return settingsPanel_; }
+    [[nodiscard]] StatusItemController& statusItem() { return statusItem_; }
+    [[nodiscard]] AppDelegate& delegate() { return delegate_; }
 
 private:
     Preferences preferences_;
     AbsentOverlay overlay_;
     AbsentClipboard clipboard_;
     AbsentFinderMenu finderMenu_;
+    AbsentWindowPictures windowPictures_;
     OrvelEngine engine_;
+    SettingsModel settings_;
+    LoginItem loginItem_;
+    SettingsPanel settingsPanel_;
+    StatusItemController statusItem_;
+    SingleInstance singleInstance_;
+    DockRestorer dockRestorer_;
+    AppDelegate delegate_;
 };
 
 }  // namespace orvel

@@ -23,8 +23,9 @@ bool opensMenu(const StatusItemClick& click) {
 }  // namespace
 
 StatusItemController::StatusItemController(StatusItemPorts ports, SettingsPanel& panel,
-                                           LoginItem& loginItem)
-    : ports_(ports), panel_(panel), loginItem_(loginItem) {}
+                                           LoginItem& loginItem,
+                                           const Published<bool>& isEnginePaused)
+    : ports_(ports), panel_(panel), loginItem_(loginItem), isEnginePaused_(isEnginePaused) {}
 
 void StatusItemController::setupStatusBar() {
     if (std::exchange(hasItem_, true)) return;
@@ -34,6 +35,9 @@ void StatusItemController::setupStatusBar() {
                                  .fallbackSymbol = "keyboard.macwindow",
                                  .fallbackDescription = "Orvel System"},
                                 [this](const StatusItemClick& click) { clickArrived(click); });
+    const auto show = [this](bool isPaused) { ports_.statusBar.showPaused(isPaused); };
+    show(isEnginePaused_);
+    pauseShown_ = isEnginePaused_.subscribe(show);
 }
 
 void StatusItemController::clickArrived(const StatusItemClick& click) {

@@ -2,6 +2,7 @@
 
 #include "app/settings_panel.hpp"
 #include "app/status_menu.hpp"
+#include "platform/base/published.hpp"
 #include "platform/status_bar.hpp"
 
 namespace orvel {
@@ -20,10 +21,11 @@ struct StatusItemPorts {
 };
 
 /// The program's item in the status bar: a plain click shows or hides the settings panel, a right
-/// or Control click opens the menu.
+/// or Control click opens the menu. It tells when the engine is paused.
 class StatusItemController {
 public:
-    StatusItemController(StatusItemPorts ports, SettingsPanel& panel, LoginItem& loginItem);
+    StatusItemController(StatusItemPorts ports, SettingsPanel& panel, LoginItem& loginItem,
+                         const Published<bool>& isEnginePaused);
 
     /// Creates the item, once.
     void setupStatusBar();
@@ -37,6 +39,8 @@ private:
     StatusItemPorts ports_;
     SettingsPanel& panel_;
     LoginItem& loginItem_;
+    const Published<bool>& isEnginePaused_;
+    Subscription pauseShown_;
     bool hasItem_ = false;
 };
 

@@ -73,7 +73,7 @@ public:
         notify();
     }
 
-    [[nodiscard]] Subscription subscribe(std::function<void(const T&)> told) {
+    [[nodiscard]] Subscription subscribe(std::function<void(const T&)> told) const {
         const std::uint64_t id = subscribers_->nextId++;
         subscribers_->entries.push_back(
             {id, std::make_shared<std::function<void(const T&)>>(std::move(told))});
