@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/x11/key_path.hpp"
+#include "platform/x11/x11_session.hpp"
+
+#include <string>
+
+namespace orvel::x11 {
+
+/// What the tap, the poster and the input state share: the keymap, the keys that are held, and the
+/// one synthetic device through which everything leaves. Main thread.
+class InputHub {
+public:
+    explicit InputHub(X11Session& session);
+    InputHub(const InputHub&) = delete;
+    InputHub& operator=(const InputHub&) = delete;
+
+    [[nodiscard]] X11Session& session() { return session_; }
+    [[nodiscard]] const KeyMap& map() const { return map_; }
+    [[nodiscard]] HidState& state() { return state_; }
+    [[nodiscard]] OutputLedger& ledger() { return ledger_; }
+    [[nodiscard]] KeyPath& path() { return path_; }
+
+    /// The place of the key that acts as Fn, as the keymap names it; empty for none.
+    void setFnKey(std::string place);
+    /// Reads the server's keymap anew.
+    void reloadKeyMap();
+    void sendButton(unsigned button, bool down);
+    void sendMotion(int dx, int dy);
+    /// Hands what was sent to the server.
+    void flush();
+
+private:
+    void sendKey(XKeycode key, bool down);
+
+    X11Session& session_;
+    std::string fnKey_;
+    KeyMap map_;
+    HidState state_;
+    OutputLedger ledger_;
+    KeyPath path_;
+};
+
+}  // namespace orvel::x11
