@@ -17,7 +17,7 @@ struct RuleContext {
     /// What leaves the table when no rule decides; rules may change it for the ones after them.
     Event outgoing;
     /// The event's modifiers as the person means them.
-    EventFlags logicalFlags;
+    EventFlags logicalFlags = 0;
     EngineState& state;
     KeyLedger ledger;
     EngineServices& services;

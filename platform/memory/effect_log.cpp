@@ -6,7 +6,8 @@ namespace {
 
 /// Seconds, rounded to whole milliseconds.
 double roundedSeconds(Instant time) {
-    return static_cast<double>((time.count() + 500) / 1000) / 1000.0;
+    const auto milliseconds = (time.count() + 500) / 1000;
+    return static_cast<double>(milliseconds) / 1000.0;
 }
 
 }  // namespace

@@ -43,8 +43,8 @@ RootRect withoutStrut(const RootRect& area, const RootRect& free, const RootRect
     if (strut.bottom > 0 && overlaps(area.x, area.right(), strut.bottomStartX, strut.bottomEndX) &&
         root.height - strut.bottom > area.y)
         bottom = std::min(bottom, root.height - strut.bottom);
-    const RootRect left_over{left, top, right - left, bottom - top};
-    return left_over.width > 0 && left_over.height > 0 ? left_over : free;
+    const RootRect remaining{left, top, right - left, bottom - top};
+    return remaining.width > 0 && remaining.height > 0 ? remaining : free;
 }
 
 RootRect freeArea(const RootRect& area, const RootState& state, bool isOnly) {

@@ -114,6 +114,7 @@ std::vector<Strut> X11Screens::readStruts(Deadline deadline) {
     const auto partial = server_.atom("_NET_WM_STRUT_PARTIAL");
     const auto whole = server_.atom("_NET_WM_STRUT");
     std::vector<std::pair<PendingProperty, PendingProperty>> asked;
+    asked.reserve(windows.size());
     for (const auto window : windows)
         asked.emplace_back(askProperty(server_, window, partial),
                            askProperty(server_, window, whole));
