@@ -13,6 +13,8 @@ if(ORVEL_SESSION)
         x11 x11-xcb xi xtst xext xfixes xrandr xcomposite xdamage xscrnsaver xkbcommon xkbcommon-x11 xcb
         xcb-xkb xcb-xinput xcb-ewmh xcb-icccm xcb-randr xcb-composite xcb-shm xcb-xfixes xcb-res)
     add_library(orvel::x11_libraries ALIAS PkgConfig::X11)
+    pkg_check_modules(PNG REQUIRED IMPORTED_TARGET libpng)
+    add_library(orvel::png_library ALIAS PkgConfig::PNG)
     find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Qml Quick Svg)
 endif()
 if(ORVEL_TESTS OR ORVEL_FUZZ)

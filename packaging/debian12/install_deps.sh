@@ -24,6 +24,7 @@ build_packages=(
     # Libraries
     libcli11-dev
     libplist-dev
+    libpng-dev
     rapidjson-dev
 
     # X11
@@ -70,6 +71,16 @@ build_packages=(
     qt6-declarative-dev-tools
     qt6-qpa-plugins
     qt6-svg-dev
+
+    # A desktop to run in where there is none
+    l3afpad
+    openbox
+    x11-xkb-utils
+    x11-xserver-utils
+    xserver-xorg-core
+    xserver-xorg-dev
+    xserver-xorg-video-dummy
+    xterm
 )
 
 test_packages=(
@@ -91,19 +102,13 @@ test_packages=(
     dbus
     dbus-x11
     imagemagick
-    openbox
     wmctrl
     x11-apps
     x11-utils
-    x11-xkb-utils
-    x11-xserver-utils
     xauth
     xdotool
+    xfwm4
     xinput
-    xserver-xorg-core
-    xserver-xorg-dev
-    xserver-xorg-video-dummy
-    xterm
     xvfb
 
     # Fonts and icons

@@ -46,8 +46,7 @@ TEST_F(QtRunLoopTest, KeepsTheOrderOfEachPostingThread) {
         for (int i = 0; i < kPosts; ++i) {
             loop.post([&, who, i] {
                 inOrder = inOrder && next[who]++ == i;
-                if (--left == 0)
-                    loop.quit();
+                if (--left == 0) loop.quit();
             });
         }
     };
@@ -101,8 +100,7 @@ TEST_F(QtRunLoopTest, BlockedBackgroundWorkDoesNotHoldUpTheNext) {
 TEST_F(QtRunLoopTest, RepeatsATimerUntilItIsDestroyed) {
     int ticks = 0;
     std::unique_ptr<Timer> timer = loop.every(2ms, "test", [&] {
-        if (++ticks < 3)
-            return;
+        if (++ticks < 3) return;
         timer.reset();
         loop.postAfter(20ms, [this] { loop.quit(); });
     });

@@ -1,0 +1,21 @@
+#include "tools/rig/embedded_desktop.hpp"
+
+#include <X11/Xlib.h>
+
+namespace orvel::rig {
+namespace {
+
+constexpr unsigned long kBackground = 0x2f5d62;
+
+}  // namespace
+
+EmbeddedDesktop::EmbeddedDesktop(const Options& options)
+    : server_(home_, options.size),
+      state_(server_.x()),
+      windowManager_(options.windowManager, server_.environment(), server_.x()) {
+    XSetWindowBackground(x().get(), x().root(), kBackground);
+    XClearWindow(x().get(), x().root());
+    x().sync();
+}
+
+}  // namespace orvel::rig

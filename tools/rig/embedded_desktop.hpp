@@ -1,0 +1,40 @@
+#pragma once
+
+#include "tools/rig/scratch_home.hpp"
+#include "tools/rig/screen_state.hpp"
+#include "tools/rig/window_manager.hpp"
+#include "tools/rig/xorg_server.hpp"
+
+#include <vector>
+
+namespace orvel::rig {
+
+/// A whole desktop without a screen or a keyboard: a home, an X server with test devices and a
+/// window manager. It is ready when the constructor returns, and nothing of it is left after.
+class EmbeddedDesktop {
+public:
+    struct Options {
+        ScreenSize size;
+        WindowManager::Kind windowManager = WindowManager::Kind::openbox;
+    };
+
+    EmbeddedDesktop() : EmbeddedDesktop(Options()) {}
+    explicit EmbeddedDesktop(const Options& options);
+
+    ScratchHome& home() { return home_; }
+    XorgServer& server() { return server_; }
+    XConnection& x() { return server_.x(); }
+    ScreenState& state() { return state_; }
+    Keyboard& keyboard() { return server_.keyboard(); }
+    Pointer& mouse() { return server_.mouse(); }
+    /// For a program that shall run in this desktop.
+    const Environment& environment() const { return server_.environment(); }
+
+private:
+    ScratchHome home_;
+    XorgServer server_;
+    ScreenState state_;
+    WindowManager windowManager_;
+};
+
+}  // namespace orvel::rig

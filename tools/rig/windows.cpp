@@ -1,0 +1,191 @@
+#include "tools/rig/windows.hpp"
+
+#include "tools/rig/poll_until.hpp"
+#include "tools/rig/rig_error.hpp"
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace orvel::rig {
+namespace {
+
+struct Property {
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    std::unique_ptr<unsigned char, decltype(&XFree)> data{nullptr, XFree};
+};
+
+Property readProperty(XConnection& x, Window window, const char* name) {
+    constexpr long kMaxLength = 65536;
+    Property property;
+    unsigned long left = 0;
+    unsigned char* data = nullptr;
+    XGetWindowProperty(x.get(), window, x.atom(name), 0, kMaxLength, False, AnyPropertyType,
+                       &property.type, &property.format, &property.count, &left, &data);
+    property.data.reset(data);
+    return property;
+}
+
+std::vector<Window> readWindows(XConnection& x, Window window, const char* name) {
+    const Property property = readProperty(x, window, name);
+    if (property.type != XA_WINDOW || property.format != 32) {
+        return {};
+    }
+    // Xlib hands 32-bit properties out as longs, which is what a Window is.
+    const auto* first =
+        reinterpret_cast<const Window*>(static_cast<const void*>(property.data.get()));
+    return {first, first + property.count};
+}
+
+std::string readText(XConnection& x, Window window, const char* name) {
+    const Property property = readProperty(x, window, name);
+    if (property.format != 8 || !property.data) {
+        return {};
+    }
+    return {reinterpret_cast<const char*>(property.data.get()), property.count};
+}
+
+bool matches(XConnection& x, Window window, const std::string& titleOrClass) {
+    const std::vector<std::string> classes = classOf(x, window);
+    return titleOf(x, window) == titleOrClass ||
+           std::find(classes.begin(), classes.end(), titleOrClass) != classes.end();
+}
+
+std::optional<Window> findVisible(XConnection& x, Window top, const std::string& titleOrClass) {
+    Window root = None;
+    Window parent = None;
+    Window* list = nullptr;
+    unsigned count = 0;
+    if (XQueryTree(x.get(), top, &root, &parent, &list, &count) == 0) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<Window, decltype(&XFree)> owner(list, XFree);
+    for (unsigned at = 0; at < count; ++at) {
+        if (matches(x, list[at], titleOrClass) && isVisible(x, list[at])) {
+            return list[at];
+        }
+        if (const auto inside = findVisible(x, list[at], titleOrClass)) {
+            return inside;
+        }
+    }
+    return std::nullopt;
+}
+
+void askToActivate(XConnection& x, Window window) {
+    constexpr long kFromPager = 2;
+    XEvent request{};
+    request.xclient.type = ClientMessage;
+    request.xclient.window = window;
+    request.xclient.message_type = x.atom("_NET_ACTIVE_WINDOW");
+    request.xclient.format = 32;
+    request.xclient.data.l[0] = kFromPager;
+    XSendEvent(x.get(), x.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
+               &request);
+}
+
+// Toolkits put the focus on a window of their own inside the managed one.
+bool isInside(XConnection& x, Window window, Window outer) {
+    while (window != None && window != PointerRoot) {
+        if (window == outer) {
+            return true;
+        }
+        Window root = None;
+        Window parent = None;
+        Window* list = nullptr;
+        unsigned count = 0;
+        if (XQueryTree(x.get(), window, &root, &parent, &list, &count) == 0) {
+            return false;
+        }
+        XFree(list);
+        window = parent;
+    }
+    return false;
+}
+
+bool hasFocus(XConnection& x, Window window) {
+    Window focused = None;
+    int revertTo = 0;
+    XGetInputFocus(x.get(), &focused, &revertTo);
+    return isInside(x, focused, window);
+}
+
+}  // namespace
+
+std::string titleOf(XConnection& x, Window window) {
+    const std::string title = readText(x, window, "_NET_WM_NAME");
+    return title.empty() ? readText(x, window, "WM_NAME") : title;
+}
+
+std::vector<std::string> classOf(XConnection& x, Window window) {
+    const std::string both = readText(x, window, "WM_CLASS");
+    const auto middle = both.find('\0');
+    if (middle == std::string::npos) {
+        return {};
+    }
+    return {both.substr(0, middle), std::string(both.c_str() + middle + 1)};
+}
+
+WindowFrame frameOf(XConnection& x, Window window) {
+    XWindowAttributes attributes{};
+    Window child = None;
+    WindowFrame frame;
+    if (XGetWindowAttributes(x.get(), window, &attributes) == 0) {
+        throw RigError("the window is gone");
+    }
+    XTranslateCoordinates(x.get(), window, x.root(), 0, 0, &frame.x, &frame.y, &child);
+    frame.width = attributes.width;
+    frame.height = attributes.height;
+    return frame;
+}
+
+bool isVisible(XConnection& x, Window window) {
+    XWindowAttributes attributes{};
+    return XGetWindowAttributes(x.get(), window, &attributes) != 0 &&
+           attributes.map_state == IsViewable;
+}
+
+bool hasWindowManager(XConnection& x) {
+    return !readWindows(x, x.root(), "_NET_SUPPORTING_WM_CHECK").empty();
+}
+
+std::vector<WindowId> managedWindows(XConnection& x) {
+    const std::vector<WindowId> stacked = readWindows(x, x.root(), "_NET_CLIENT_LIST_STACKING");
+    // xfwm4 sets the stacking order only once it has changed.
+    return stacked.empty() ? readWindows(x, x.root(), "_NET_CLIENT_LIST") : stacked;
+}
+
+std::optional<Window> activeWindow(XConnection& x) {
+    const std::vector<Window> active = readWindows(x, x.root(), "_NET_ACTIVE_WINDOW");
+    if (active.empty() || active.front() == None) {
+        return std::nullopt;
+    }
+    return active.front();
+}
+
+Window waitForWindow(XConnection& x, const std::string& titleOrClass) {
+    const auto found = pollUntil([&] { return findVisible(x, x.root(), titleOrClass); },
+                                 [](const std::optional<Window>& window) { return !!window; });
+    if (!found) {
+        throw RigError("no window '" + titleOrClass + "' appears");
+    }
+    return *found.last;
+}
+
+void focusWindow(XConnection& x, Window window) {
+    if (hasWindowManager(x)) {
+        askToActivate(x, window);
+    } else {
+        XRaiseWindow(x.get(), window);
+        XSetInputFocus(x.get(), window, RevertToPointerRoot, CurrentTime);
+    }
+    if (!pollUntil([&] { return hasFocus(x, window); })) {
+        throw RigError("window '" + titleOf(x, window) + "' does not get the focus");
+    }
+}
+
+}  // namespace orvel::rig

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "tools/rig/x_connection.hpp"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvel::rig {
+
+struct WindowFrame {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const WindowFrame&) const = default;
+};
+
+/// The title, from the window manager's property or the older one.
+std::string titleOf(XConnection& x, WindowId window);
+/// Instance and class name.
+std::vector<std::string> classOf(XConnection& x, WindowId window);
+/// The area inside the window manager's decoration, in screen coordinates.
+WindowFrame frameOf(XConnection& x, WindowId window);
+bool isVisible(XConnection& x, WindowId window);
+
+bool hasWindowManager(XConnection& x);
+/// The windows that the window manager manages; bottom first where it tells the order.
+std::vector<WindowId> managedWindows(XConnection& x);
+/// The window that has the keyboard's focus according to the window manager.
+std::optional<WindowId> activeWindow(XConnection& x);
+
+/// Waits for a visible window with this title or class; a RigError when none comes. Works
+/// without a window manager too.
+WindowId waitForWindow(XConnection& x, const std::string& titleOrClass);
+/// Brings the window to the front and waits until the keyboard is its own.
+void focusWindow(XConnection& x, WindowId window);
+
+}  // namespace orvel::rig
