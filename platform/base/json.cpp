@@ -47,7 +47,11 @@ private:
         std::string name;
     };
 
+    /// Values are taken down recursively: deeper ones would use up the stack.
+    static constexpr std::size_t kMostLevels = 500;
+
     bool begin(Json::Value container) {
+        if (open_.size() == kMostLevels) return false;
         open_.push_back({Json(std::move(container)), {}});
         return true;
     }
@@ -144,6 +148,11 @@ void appendQuoted(std::string& out, std::string_view text) {
     out += '"';
 }
 
+std::string_view wordsFor(rapidjson::ParseErrorCode code) {
+    if (code == rapidjson::kParseErrorTermination) return "Values are nested too deeply.";
+    return rapidjson::GetParseError_En(code);
+}
+
 template <typename Number>
 void appendNumber(std::string& out, Number number) {
     char buffer[32];
@@ -169,6 +178,10 @@ const Json* Json::member(std::string_view name) const {
 }
 
 Result<Json> parseJson(std::string_view text) {
+    // The reader takes a zero byte for the end of the text.
+    if (const std::size_t zero = text.find('\0'); zero != text.npos) {
+        return Failure{"Zero byte in the text. (byte " + std::to_string(zero) + ")"};
+    }
     Builder builder;
     rapidjson::MemoryStream stream(text.data(), text.size());
     rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> input(stream);
@@ -177,7 +190,7 @@ Result<Json> parseJson(std::string_view text) {
                                rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
     const auto outcome = reader.Parse<flags>(input, builder);
     if (outcome.IsError()) {
-        return Failure{std::string(rapidjson::GetParseError_En(outcome.Code())) + " (byte " +
+        return Failure{std::string(wordsFor(outcome.Code())) + " (byte " +
                        std::to_string(outcome.Offset()) + ")"};
     }
     return builder.take();
