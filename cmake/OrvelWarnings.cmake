@@ -13,6 +13,8 @@ function(orvel_warnings target)
         list(APPEND flags -Wno-restrict -Wno-maybe-uninitialized)
     else()
         list(APPEND flags -Wconditional-uninitialized -Wunreachable-code -Wunused-member-function)
+        # libstdc++ 12's std::stable_sort uses what it deprecates itself.
+        list(APPEND flags -Wno-deprecated-declarations)
     endif()
     target_compile_options(${target} PRIVATE ${flags})
 endfunction()
