@@ -28,6 +28,11 @@ scripts() {
         xargs -d '\n' shellcheck --external-sources
 }
 
+qml() {
+    [ -n "$(git ls-files --cached --others --exclude-standard '*.qml')" ] || return 0
+    cmake --build --preset tidy --target all_qmllint -- --quiet
+}
+
 step "formatting" tests/checks/format.sh
 step "layering" python3 tests/checks/layering.py
 step "twins" python3 tests/checks/mirror.py
@@ -37,6 +42,7 @@ step "shell scripts" scripts
 step "desktop entry" desktop-file-validate packaging/linux/orvel.desktop
 step "configuration" configure
 step "headers alone" cmake --build --preset tidy --target header_check -- --quiet
+step "QML" qml
 step "clang-tidy" python3 tests/checks/tidy.py build/tidy
 
 if [ ${#failed[@]} -gt 0 ]; then
