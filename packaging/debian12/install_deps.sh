@@ -23,6 +23,8 @@ build_packages=(
 
     # Libraries
     libcli11-dev
+    libgdk-pixbuf-2.0-dev
+    libglib2.0-dev
     libplist-dev
     libpng-dev
     rapidjson-dev

@@ -135,14 +135,14 @@ void ServiceConnection::setHooks(std::function<void()> wake, std::function<void(
 
 bool ServiceConnection::waitForEvent(Deadline deadline) {
     xcb_flush(connection_);
+    const auto before = aside_.size();
     for (;;) {
+        if (auto* event = xcb_poll_for_event(connection_)) aside_.emplace_back(event);
         putEventsAside();
-        if (!aside_.empty()) return true;
+        if (aside_.size() > before) return true;
         const auto left = timeLeft(deadline);
         if (left == Milliseconds::zero() || !isAlive()) return false;
-        if (pollReadable(fd(), left)) {
-            if (auto* event = xcb_poll_for_event(connection_)) aside_.emplace_back(event);
-        }
+        pollReadable(fd(), left);
     }
 }
 

@@ -83,7 +83,7 @@ public:
     /// `wake` is called when a wait put events aside, so that `dispatch` must run soon although
     /// `fd` may stay quiet; `lost` once when the server is gone.
     void setHooks(std::function<void()> wake, std::function<void()> lost);
-    /// Waits until an event is there or the deadline has passed. Does not handle it.
+    /// Waits until one more event is there or the deadline has passed. Handles none.
     bool waitForEvent(Deadline deadline);
 
 private:

@@ -1,0 +1,279 @@
+#include "platform/x11/window_manager.hpp"
+
+#include "platform/x11/window_properties.hpp"
+
+#include <algorithm>
+
+namespace orvel::x11 {
+
+namespace {
+
+constexpr std::uint32_t kStaticGravity = 10;
+constexpr std::uint32_t kHasX = 1U << 8U, kHasY = 1U << 9U;
+constexpr std::uint32_t kHasWidth = 1U << 10U, kHasHeight = 1U << 11U;
+/// Requests of a pager: the window manager carries them out on behalf of the user.
+constexpr std::uint32_t kFromPager = 2;
+constexpr std::uint32_t kRemove = 0;
+constexpr std::uint32_t kIconicState = 3;
+/// A window that did not change for so long has been decided about.
+constexpr Milliseconds kQuiet{25};
+
+bool contains(const std::vector<std::uint32_t>& numbers, std::uint32_t wanted) {
+    return std::find(numbers.begin(), numbers.end(), wanted) != numbers.end();
+}
+
+/// Everything asked about one window before the first answer is read.
+struct StateQuestion {
+    xcb_get_geometry_cookie_t geometry;
+    xcb_translate_coordinates_cookie_t origin;
+    PendingProperty frame, shadow, states, iconic;
+};
+
+StateQuestion ask(ServiceConnection& server, xcb_window_t window) {
+    return {xcb_get_geometry(server.raw(), window),
+            xcb_translate_coordinates(server.raw(), window, server.root(), 0, 0),
+            askProperty(server, window, server.atom("_NET_FRAME_EXTENTS")),
+            askProperty(server, window, server.atom("_GTK_FRAME_EXTENTS")),
+            askProperty(server, window, server.atom("_NET_WM_STATE")),
+            askProperty(server, window, server.atom("WM_STATE"))};
+}
+
+std::optional<WindowState> take(ServiceConnection& server, const StateQuestion& question,
+                                Deadline deadline) {
+    const auto geometry = server.reply<xcb_get_geometry_reply_t>(question.geometry, deadline);
+    const auto origin = server.reply<xcb_translate_coordinates_reply_t>(question.origin, deadline);
+    WindowState state;
+    state.frame.frame = extentsOf(takeCardinals(server, question.frame, deadline));
+    state.frame.shadow = extentsOf(takeCardinals(server, question.shadow, deadline));
+    const auto states = takeCardinals(server, question.states, deadline);
+    const auto iconic = takeCardinals(server, question.iconic, deadline);
+    if (geometry == nullptr || origin == nullptr) return std::nullopt;
+    state.client = {origin->dst_x, origin->dst_y, geometry->width, geometry->height};
+    state.isMinimized = (!iconic.empty() && iconic.front() == kIconicState) ||
+                        contains(states, server.atom("_NET_WM_STATE_HIDDEN"));
+    state.isMaximized = contains(states, server.atom("_NET_WM_STATE_MAXIMIZED_VERT")) ||
+                        contains(states, server.atom("_NET_WM_STATE_MAXIMIZED_HORZ"));
+    state.isFullscreen = contains(states, server.atom("_NET_WM_STATE_FULLSCREEN"));
+    return state;
+}
+
+struct TitleQuestion {
+    PendingProperty modern, old;
+};
+
+TitleQuestion askTitle(ServiceConnection& server, xcb_window_t window) {
+    return {askProperty(server, window, server.atom("_NET_WM_NAME")),
+            askProperty(server, window, XCB_ATOM_WM_NAME)};
+}
+
+std::optional<std::string> takeTitle(ServiceConnection& server, const TitleQuestion& question,
+                                     Deadline deadline) {
+    auto modern = takeText(server, question.modern, deadline);
+    auto old = takeText(server, question.old, deadline);
+    return modern ? modern : old;
+}
+
+}  // namespace
+
+WindowManager::WindowManager(ServiceConnection& server) : server_(server) {
+    barrier_ = xcb_generate_id(server_.raw());
+    xcb_create_window(server_.raw(), XCB_COPY_FROM_PARENT, barrier_, server_.root(), -1, -1, 1, 1,
+                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    server_.selectEvents(barrier_, XCB_EVENT_MASK_PROPERTY_CHANGE);
+    server_.selectEvents(server_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    subscriptions_.push_back(
+        server_.onEvent(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
+            const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+            if (notice.window == server_.root() &&
+                (notice.atom == server_.atom("_NET_SUPPORTED") ||
+                 notice.atom == server_.atom("_NET_SUPPORTING_WM_CHECK")))
+                isSupportedKnown_ = false;
+        }));
+}
+
+WindowManager::~WindowManager() { xcb_destroy_window(server_.raw(), barrier_); }
+
+std::string WindowManager::name(Deadline deadline) {
+    const auto check = cardinals(server_, server_.root(), "_NET_SUPPORTING_WM_CHECK", deadline);
+    if (check.empty()) return {};
+    // The property survives a window manager that died; its window does not.
+    const auto self = cardinals(server_, check.front(), "_NET_SUPPORTING_WM_CHECK", deadline);
+    if (self.empty() || self.front() != check.front()) return {};
+    return text(server_, check.front(), "_NET_WM_NAME", deadline).value_or("without a name");
+}
+
+bool WindowManager::supports(std::string_view feature) {
+    if (!isSupportedKnown_) readSupported();
+    return supported_.contains(server_.atom(feature));
+}
+
+void WindowManager::readSupported() {
+    supported_.clear();
+    isSupportedKnown_ = true;
+    if (name().empty()) return;
+    const auto atoms = cardinals(server_, server_.root(), "_NET_SUPPORTED");
+    supported_.insert(atoms.begin(), atoms.end());
+}
+
+std::optional<WindowState> WindowManager::state(xcb_window_t window, Deadline deadline) {
+    return take(server_, ask(server_, window), deadline);
+}
+
+std::optional<std::string> WindowManager::title(xcb_window_t window, Deadline deadline) {
+    return takeTitle(server_, askTitle(server_, window), deadline);
+}
+
+std::vector<std::optional<WindowSummary>> WindowManager::summaries(
+    const std::vector<xcb_window_t>& windows, Deadline deadline) {
+    struct Asked {
+        StateQuestion state;
+        TitleQuestion title;
+        xcb_get_window_attributes_cookie_t attributes;
+    };
+    std::vector<Asked> asked;
+    for (const auto window : windows)
+        asked.push_back({ask(server_, window), askTitle(server_, window),
+                         xcb_get_window_attributes(server_.raw(), window)});
+    std::vector<std::optional<WindowSummary>> summaries;
+    for (const auto& each : asked) {
+        auto state = take(server_, each.state, deadline);
+        auto title = takeTitle(server_, each.title, deadline);
+        const auto attributes =
+            server_.reply<xcb_get_window_attributes_reply_t>(each.attributes, deadline);
+        if (!state || attributes == nullptr) {
+            summaries.emplace_back();
+            continue;
+        }
+        const bool isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+        summaries.push_back(
+            WindowSummary{*state, title.value_or(""), isViewable && !state->isMinimized});
+    }
+    return summaries;
+}
+
+std::vector<xcb_window_t> WindowManager::stacking(Deadline deadline) {
+    auto order = cardinals(server_, server_.root(), "_NET_CLIENT_LIST_STACKING", deadline);
+    if (order.empty()) order = cardinals(server_, server_.root(), "_NET_CLIENT_LIST", deadline);
+    return order;
+}
+
+bool WindowManager::moveClient(xcb_window_t window, int x, int y, Deadline deadline) {
+    if (!sendMoveResize(window, kHasX | kHasY, {x, y, 0, 0}, deadline)) return false;
+    const auto moved = state(window, deadline);
+    if (!moved || (moved->client.x == x && moved->client.y == y)) return moved.has_value();
+    // Some window managers drop a request for the place they were asked for last, wherever the
+    // window is meanwhile: another place in between makes it news.
+    return sendMoveResize(window, kHasX | kHasY, {x + 1, y, 0, 0}, deadline) &&
+           sendMoveResize(window, kHasX | kHasY, {x, y, 0, 0}, deadline);
+}
+
+bool WindowManager::resizeClient(xcb_window_t window, int width, int height, Deadline deadline) {
+    return sendMoveResize(window, kHasWidth | kHasHeight, {0, 0, width, height}, deadline);
+}
+
+bool WindowManager::sendMoveResize(xcb_window_t window, std::uint32_t flags, const RootRect& client,
+                                   Deadline deadline) {
+    if (!supports("_NET_MOVERESIZE_WINDOW")) return false;
+    tellWindowManager(
+        server_, window, "_NET_MOVERESIZE_WINDOW",
+        {kStaticGravity | flags | (kFromPager << 12U), static_cast<std::uint32_t>(client.x),
+         static_cast<std::uint32_t>(client.y), static_cast<std::uint32_t>(client.width),
+         static_cast<std::uint32_t>(client.height)});
+    return supports("_NET_REQUEST_FRAME_EXTENTS") ? waitUntilHandled(deadline)
+                                                  : waitUntilQuiet(window, deadline);
+}
+
+bool WindowManager::removeMaximized(xcb_window_t window, Deadline deadline) {
+    tellWindowManager(server_, window, "_NET_WM_STATE",
+                      {kRemove, server_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
+                       server_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), kFromPager});
+    for (;;) {
+        const auto now = state(window, deadline);
+        if (!now || !now->isMaximized) return now.has_value();
+        if (!server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet))) &&
+            timeLeft(deadline) == Milliseconds::zero())
+            return false;
+    }
+}
+
+bool WindowManager::minimize(xcb_window_t window, Deadline deadline) {
+    if (!state(window, deadline)) return false;
+    tellWindowManager(server_, window, "WM_CHANGE_STATE", {kIconicState});
+    return waitForMinimized(window, true, deadline);
+}
+
+bool WindowManager::activate(xcb_window_t window, Deadline deadline) {
+    if (!state(window, deadline)) return false;
+    tellWindowManager(server_, window, "_NET_ACTIVE_WINDOW", {kFromPager, XCB_CURRENT_TIME, 0});
+    return waitForMinimized(window, false, deadline);
+}
+
+bool WindowManager::raise(xcb_window_t window, Deadline deadline) {
+    if (!state(window, deadline)) return false;
+    if (supports("_NET_RESTACK_WINDOW")) {
+        tellWindowManager(server_, window, "_NET_RESTACK_WINDOW",
+                          {kFromPager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE});
+        return true;
+    }
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(server_.raw(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    server_.flush();
+    return true;
+}
+
+void WindowManager::close(xcb_window_t window) {
+    tellWindowManager(server_, window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, kFromPager});
+}
+
+bool WindowManager::waitUntilHandled(Deadline deadline) {
+    // It handles requests in order: the answer to this one comes after whatever was asked before.
+    xcb_delete_property(server_.raw(), barrier_, server_.atom("_NET_FRAME_EXTENTS"));
+    tellWindowManager(server_, barrier_, "_NET_REQUEST_FRAME_EXTENTS", {});
+    while (cardinals(server_, barrier_, "_NET_FRAME_EXTENTS", deadline).empty()) {
+        server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet)));
+        if (timeLeft(deadline) == Milliseconds::zero() || !server_.isAlive()) return false;
+    }
+    return true;
+}
+
+bool WindowManager::waitUntilQuiet(xcb_window_t window, Deadline deadline) {
+    auto last = state(window, deadline);
+    while (last && timeLeft(deadline) > Milliseconds::zero()) {
+        const auto look = std::min(deadline, deadlineIn(kQuiet));
+        while (server_.waitForEvent(look)) {
+        }
+        const auto now = state(window, deadline);
+        if (!now) return false;
+        if (now->client == last->client) return true;
+        last = now;
+    }
+    return false;
+}
+
+bool WindowManager::waitForMinimized(xcb_window_t window, bool wanted, Deadline deadline) {
+    server_.selectEvents(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
+    for (;;) {
+        const auto now = state(window, deadline);
+        if (!now) return false;
+        if (now->isMinimized == wanted) return true;
+        if (timeLeft(deadline) == Milliseconds::zero()) return false;
+        server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet)));
+    }
+}
+
+ServiceCheck WindowManager::check() {
+    const auto running = name();
+    if (running.empty())
+        return {"window manager", false, true,
+                "no window manager runs: windows cannot be found, moved or raised",
+                "start a window manager that follows EWMH, such as openbox or xfwm4"};
+    for (const auto* feature : {"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST_STACKING",
+                                "_NET_MOVERESIZE_WINDOW", "_NET_FRAME_EXTENTS"}) {
+        if (!supports(feature))
+            return {"window manager", false, false, running + " does not offer " + feature,
+                    "use a window manager that follows EWMH, such as openbox or xfwm4"};
+    }
+    return {"window manager", true, true, running, {}};
+}
+
+}  // namespace orvel::x11

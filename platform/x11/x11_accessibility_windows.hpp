@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/accessibility_windows.hpp"
+#include "platform/x11/client_windows.hpp"
+#include "platform/x11/window_manager.hpp"
+#include "platform/x11/x11_screens.hpp"
+
+#include <optional>
+#include <vector>
+
+namespace orvel::x11 {
+
+/// Windows through the window manager. What people see counts: frames belong to a window, drawn
+/// shadows do not. No call waits for the application that owns the window, so one that hangs
+/// costs nothing; a window manager that hangs costs at most the limit.
+class X11AccessibilityWindows final : public AccessibilityWindows {
+public:
+    X11AccessibilityWindows(WindowManager& manager, const ClientWindows& clients,
+                            const X11Screens& screens);
+
+    void setBudget(std::optional<std::chrono::milliseconds> budget) override;
+    [[nodiscard]] std::optional<AxWindow> focusedWindow(ProcessId pid) const override;
+    [[nodiscard]] std::optional<std::vector<AxWindow>> windows(ProcessId pid) const override;
+    [[nodiscard]] AxWindowAttributes attributes(const AxWindow& window) const override;
+    bool setPosition(const AxWindow& window, AxPoint position) override;
+    bool setSize(const AxWindow& window, Size size) override;
+    bool setMinimized(const AxWindow& window, bool minimized) override;
+    bool raise(const AxWindow& window) override;
+    bool setMain(const AxWindow& window, bool isMain) override;
+    bool setFocused(const AxWindow& window, bool isFocused) override;
+
+    /// The X window that an accessibility window names; none for one of another desktop.
+    [[nodiscard]] static std::uint32_t windowId(const AxWindow& window);
+
+private:
+    [[nodiscard]] Deadline callDeadline() const;
+    /// The state of a window that may be moved; absent for one that is gone or fills its screen.
+    [[nodiscard]] std::optional<WindowState> movable(std::uint32_t window, Deadline deadline) const;
+
+    WindowManager& manager_;
+    const ClientWindows& clients_;
+    const X11Screens& screens_;
+    std::optional<Deadline> budgetEnd_;
+};
+
+}  // namespace orvel::x11
