@@ -126,11 +126,10 @@ std::string RemapEditorModel::describedMaps() const {
 std::string RemapEditorModel::modifierHelp() const {
     const std::string maps = describedMaps();
     const std::string state = maps.empty() ? "所有修饰键都保持原样。" : "您的键位：" + maps + "。";
-    const std::string effect = preferences_.shownFlag(PreferenceKey::cardModifier)
-                                   ? ""
-                                   : "此功能已关闭，开启后键位才会生效。";
+    const bool isWaiting = !maps.empty() && !preferences_.shownFlag(PreferenceKey::cardModifier);
+    const std::string effect = isWaiting ? "此功能已关闭，开启后才会生效。" : "";
     return state + effect +
-           "点按下方键盘上的按键即可更改。输入时，右侧的 cmd 和 opt 键跟随左侧同名键。";
+           "在键盘图上点按按键即可更改。输入时，右侧的 cmd 和 opt 键跟随左侧同名键。";
 }
 
 std::string RemapEditorModel::ejectText() const {
@@ -145,7 +144,8 @@ std::string RemapEditorModel::ejectHelp() const {
     const std::string tense =
         preferences_.shownFlag(PreferenceKey::cardEject) ? "现在" : "开启后，";
     return tense + "按 " + keys +
-           " 会删除光标后面的字符；在访达中则将所选项目移到废纸篓。可在下方「正向删除」中更改。";
+           " 会删除光标后面的字符；在访达中则将所选项目移到废纸篓。可在键盘图上方的「正向删除」中更"
+           "改。";
 }
 
 std::string RemapEditorModel::deleteKeyFace() const {

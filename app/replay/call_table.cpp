@@ -22,7 +22,7 @@ constexpr std::array kCalls{
     CallRow{"engine.postMediaKey", enginePostMediaKey},
     CallRow{"engine.snapActiveWindow", engineSnapActiveWindow},
 
-    CallRow{"statusItem.click", kNotBuilt},
+    CallRow{"statusItem.click", statusItemClick},
 
     CallRow{"overlay.setTaskbarEnabled", kNotBuilt},
     CallRow{"overlay.toggleNativeDockAutoHide", kNotBuilt},
@@ -76,11 +76,11 @@ constexpr std::array kCalls{
     CallRow{"finderMenu.leaveNew", kNotBuilt},
     CallRow{"finderMenu.clickNew", kNotBuilt},
 
-    CallRow{"settings.appear", kNotBuilt},
-    CallRow{"settings.setCard", kNotBuilt},
-    CallRow{"settings.setMaster", kNotBuilt},
-    CallRow{"settings.setMap", kNotBuilt},
-    CallRow{"settings.setDelete", kNotBuilt},
+    CallRow{"settings.appear", settingsAppear},
+    CallRow{"settings.setCard", settingsSetCard},
+    CallRow{"settings.setMaster", settingsSetMaster},
+    CallRow{"settings.setMap", settingsSetMap},
+    CallRow{"settings.setDelete", settingsSetDelete},
 };
 
 /// A call without arguments may be written as its name alone.

@@ -38,6 +38,14 @@ Call enginePostKeystroke(ObjectReader& arguments);
 Call enginePostMediaKey(ObjectReader& arguments);
 Call engineSnapActiveWindow(ObjectReader& arguments);
 
+Call statusItemClick(ObjectReader& arguments);
+
 Call menuChoose(ObjectReader& arguments);
+
+Call settingsAppear(ObjectReader& arguments);
+Call settingsSetCard(ObjectReader& arguments);
+Call settingsSetMaster(ObjectReader& arguments);
+Call settingsSetMap(ObjectReader& arguments);
+Call settingsSetDelete(ObjectReader& arguments);
 
 }  // namespace orvel::replay

@@ -15,7 +15,7 @@ constexpr std::array kQueries{
     QueryRow{"engine", writeEngineState}, QueryRow{"prefs", writePreferencesState},
     QueryRow{"overlay", kNotBuilt},       QueryRow{"clipboard", kNotBuilt},
     QueryRow{"taskbar", kNotBuilt},       QueryRow{"windows", writeWindowsState},
-    QueryRow{"startMenu", kNotBuilt},     QueryRow{"settings", kNotBuilt},
+    QueryRow{"startMenu", kNotBuilt},     QueryRow{"settings", writeSettingsState},
     QueryRow{"finderMenu", kNotBuilt},    QueryRow{"monitors", writeMonitorsState},
 };
 

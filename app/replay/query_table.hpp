@@ -24,6 +24,7 @@ std::optional<StepProblem> runQuery(const Json& value, ReplaySession& session);
 void writeEngineState(ReplaySession& session, JsonWriter& out);
 void writePreferencesState(ReplaySession& session, JsonWriter& out);
 void writeWindowsState(ReplaySession& session, JsonWriter& out);
+void writeSettingsState(ReplaySession& session, JsonWriter& out);
 void writeMonitorsState(ReplaySession& session, JsonWriter& out);
 
 }  // namespace orvel::replay
