@@ -28,14 +28,23 @@ void record(RuleContext& context, const EngineDecision& decision) {
     }
 }
 
-/// A key that was rewritten to itself passes; a wheel counts as rewritten even when it stood still.
-EngineDecision finished(RuleContext& context, const EngineDecision& decision) {
-    if (decision.kind() != EngineDecision::Kind::modify) return decision;
-    if (context.incoming.type == EventType::scrollWheel) return decision;
-    if (decision.event() == context.incoming) return EngineDecision::pass();
+void trace(const RuleContext& context, const EngineDecision& decision) {
     const bool isPress = context.isKeyDown() && !context.incoming.isAutorepeat;
-    if (isPress) traceRewrite(context.services.log, context.incoming, decision.event());
-    return decision;
+    if (isPress && decision.kind() == EngineDecision::Kind::modify) {
+        traceRewrite(context.services.log, context.incoming, decision.event());
+    }
+}
+
+EngineDecision decide(RuleContext& context) {
+    for (const Rule& rule : ruleTable()) {
+        if ((rule.events & maskOf(context.incoming.type)) == 0) continue;
+        if (!rule.gate.isOpen(context)) continue;
+        const RuleOutcome outcome = rule.apply(context);
+        if (!outcome) continue;
+        if (rule.release == Release::followsPress) record(context, *outcome);
+        return *outcome;
+    }
+    return context.undecided();
 }
 
 }  // namespace
@@ -48,14 +57,9 @@ EngineDecision orvelEventCallback(const Event& event, EngineState& state,
                         .state = state,
                         .ledger = KeyLedger(state),
                         .services = services};
-    for (const Rule& rule : ruleTable()) {
-        if ((rule.events & maskOf(event.type)) == 0 || !rule.gate.isOpen(context)) continue;
-        const RuleOutcome outcome = rule.apply(context);
-        if (!outcome) continue;
-        if (rule.release == Release::followsPress) record(context, *outcome);
-        return finished(context, *outcome);
-    }
-    return finished(context, EngineDecision::modify(context.outgoing));
+    const EngineDecision decision = decide(context);
+    trace(context, decision);
+    return decision;
 }
 
 }  // namespace orvel

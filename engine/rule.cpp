@@ -9,6 +9,10 @@ EngineDecision RuleContext::rewritten(KeyCode keyCode, EventFlags flags) const {
     return EngineDecision::modify(event);
 }
 
+EngineDecision RuleContext::undecided() const {
+    return outgoing == incoming ? EngineDecision::pass() : EngineDecision::modify(outgoing);
+}
+
 bool RuleContext::isFinderInFront() const {
     const auto front = services.workspace.frontmostApplication();
     return front && front->bundleId == "com.apple.finder";

@@ -31,6 +31,8 @@ struct RuleContext {
     [[nodiscard]] bool isKeyDown() const { return incoming.type == EventType::keyDown; }
     /// The event with another key and other flags.
     [[nodiscard]] EngineDecision rewritten(KeyCode keyCode, EventFlags flags) const;
+    /// What becomes of the event when no rule decides: it leaves as `outgoing`.
+    [[nodiscard]] EngineDecision undecided() const;
     [[nodiscard]] bool isFinderInFront() const;
 };
 

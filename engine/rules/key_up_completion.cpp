@@ -13,7 +13,8 @@ RuleOutcome heldKeys(RuleContext& context) {
     if (const auto target = context.ledger.remap(code)) {
         return context.rewritten(target->keyCode, target->flags);
     }
-    return context.rewritten(code, context.logicalFlags);
+    context.outgoing.flags = context.logicalFlags;
+    return context.undecided();
 }
 
 RuleOutcome forgetLostRelease(RuleContext& context) {
