@@ -179,21 +179,23 @@ bool WindowManager::sendMoveResize(xcb_window_t window, std::uint32_t flags, con
         {kStaticGravity | flags | (kFromPager << 12U), static_cast<std::uint32_t>(client.x),
          static_cast<std::uint32_t>(client.y), static_cast<std::uint32_t>(client.width),
          static_cast<std::uint32_t>(client.height)});
-    return supports("_NET_REQUEST_FRAME_EXTENTS") ? waitUntilHandled(deadline)
-                                                  : waitUntilQuiet(window, deadline);
+    return waitUntilDecided(window, deadline);
 }
 
 bool WindowManager::removeMaximized(xcb_window_t window, Deadline deadline) {
     tellWindowManager(server_, window, "_NET_WM_STATE",
                       {kRemove, server_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
                        server_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), kFromPager});
-    for (;;) {
+    const auto isMaximized = [&] {
         const auto now = state(window, deadline);
-        if (!now || !now->isMaximized) return now.has_value();
-        if (!server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet))) &&
-            timeLeft(deadline) == Milliseconds::zero())
-            return false;
+        return now && now->isMaximized;
+    };
+    while (isMaximized()) {
+        server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet)));
+        if (timeLeft(deadline) == Milliseconds::zero()) return false;
     }
+    // The frame of an ordinary window is another one, and is told after the state.
+    return waitUntilDecided(window, deadline);
 }
 
 bool WindowManager::minimize(xcb_window_t window, Deadline deadline) {
@@ -223,6 +225,11 @@ bool WindowManager::raise(xcb_window_t window, Deadline deadline) {
 
 void WindowManager::close(xcb_window_t window) {
     tellWindowManager(server_, window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, kFromPager});
+}
+
+bool WindowManager::waitUntilDecided(xcb_window_t window, Deadline deadline) {
+    return supports("_NET_REQUEST_FRAME_EXTENTS") ? waitUntilHandled(deadline)
+                                                  : waitUntilQuiet(window, deadline);
 }
 
 bool WindowManager::waitUntilHandled(Deadline deadline) {

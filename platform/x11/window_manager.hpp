@@ -69,6 +69,8 @@ public:
     [[nodiscard]] ServiceCheck check();
 
 private:
+    /// Waits until what was asked before about a window has become of it what it will.
+    bool waitUntilDecided(xcb_window_t window, Deadline deadline);
     /// Waits until the window manager has handled everything sent to it before.
     bool waitUntilHandled(Deadline deadline);
     bool waitUntilQuiet(xcb_window_t window, Deadline deadline);

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/qt/qt_run_loop.hpp"
+#include "platform/x11/client_windows.hpp"
+#include "platform/x11/desktop_entries.hpp"
+#include "platform/x11/gio_thread.hpp"
+#include "platform/x11/service_check.hpp"
+#include "platform/x11/service_connection.hpp"
+#include "platform/x11/window_manager.hpp"
+#include "platform/x11/x11_accessibility_windows.hpp"
+#include "platform/x11/x11_screens.hpp"
+#include "platform/x11/x11_window_list.hpp"
+#include "platform/x11/x11_workspace.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvel::x11 {
+
+struct ServiceOptions {
+    /// Empty: the display that the environment names.
+    std::string display;
+    PlatformTable table;
+};
+
+/// The services of an X11 session that need no key events: built together, since they share one
+/// connection and one picture of the desktop. Main thread.
+class X11Services {
+public:
+    [[nodiscard]] static Result<std::unique_ptr<X11Services>> open(qt::QtRunLoop& runLoop,
+                                                                   const ServiceOptions& options);
+    ~X11Services();
+    X11Services(const X11Services&) = delete;
+    X11Services& operator=(const X11Services&) = delete;
+
+    X11Screens& screens() { return screens_; }
+    X11AccessibilityWindows& accessibilityWindows() { return accessibilityWindows_; }
+    X11WindowList& windowList() { return windowList_; }
+    X11Workspace& workspace() { return workspace_; }
+
+    /// Handles what the desktop told meanwhile, so that the next event meets what is true now.
+    /// Costs one look at a socket when nothing came.
+    void catchUp() { server_->dispatch(); }
+    /// `lost` is called once when the X server is gone.
+    void onLost(std::function<void()> lost);
+    /// Lines of the user's table that do not hold, as `FILE:LINE: what is wrong`.
+    [[nodiscard]] const std::vector<std::string>& tableErrors() const { return tableErrors_; }
+    /// What each service finds on this desktop.
+    [[nodiscard]] std::vector<ServiceCheck> checks();
+
+private:
+    X11Services(qt::QtRunLoop& runLoop, std::unique_ptr<ServiceConnection> server,
+                const ServiceOptions& options);
+
+    void applicationsChanged();
+
+    qt::QtRunLoop& runLoop_;
+    /// Tasks that are still queued when this object ends do nothing.
+    std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
+    std::vector<std::string> tableErrors_;
+    std::unique_ptr<ServiceConnection> server_;
+    GioThread gio_;
+    DesktopEntries entries_{&gio_};
+    X11Screens screens_{*server_};
+    WindowManager manager_{*server_};
+    ClientWindows clients_;
+    X11AccessibilityWindows accessibilityWindows_{manager_, clients_, screens_};
+    X11WindowList windowList_{manager_, clients_, screens_};
+    X11Workspace workspace_{clients_, manager_};
+    std::function<void()> lost_;
+    std::unique_ptr<qt::ReadableWatch> watch_;
+};
+
+}  // namespace orvel::x11

@@ -1,0 +1,9 @@
+#include <QCoreApplication>
+#include <gmock/gmock.h>
+
+/// For tests that need Qt's event loop and none of its windows.
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    const QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
