@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <ranges>
 #include <string>
 #include <vector>
@@ -53,6 +56,16 @@ TEST(RuleTable, DescribesEveryRule) {
     for (const std::string_view name : ruleNames()) {
         EXPECT_NE(text.find("| " + std::string(name) + " |"), std::string::npos) << name;
     }
+}
+
+// The document is for reading; the table is the truth. `make accept` rewrites it.
+TEST(RuleTable, IsTheOneInTheDocument) {
+    const std::filesystem::path document = "docs/rules.md";
+    const std::string expected =
+        "# The rules, in the order in which events meet them\n\n" + describeRules();
+    if (std::getenv("ORVEL_ACCEPT") != nullptr) std::ofstream(document) << expected;
+    std::ifstream file(document);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), expected);
 }
 
 }  // namespace
