@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/base/result.hpp"
+#include "platform/preference_store.hpp"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orvel {
+
+/// Settings outside of a store, in the order of their file.
+using PreferenceEntries = std::vector<std::pair<std::string, PreferenceValue>>;
+
+/// Reads a property list, XML or binary, whose root is a dictionary.
+Result<PreferenceEntries> readPreferenceList(std::string_view bytes);
+
+/// The entries as an XML property list. Values of foreign types are left out.
+std::string writePreferenceList(const PreferenceEntries& entries);
+
+}  // namespace orvel
