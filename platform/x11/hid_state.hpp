@@ -36,7 +36,7 @@ public:
 private:
     struct Held {
         DeviceKey key;
-        KeyCode code;
+        KeyCode code = 0;
     };
     std::vector<Held> held_;
     bool capsLock_ = false;
