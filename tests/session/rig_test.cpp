@@ -170,9 +170,12 @@ TEST_F(RigTest, ButtonsArriveAtTheWindowUnderThePointer) {
 }
 
 TEST_F(RigTest, ThePointerMovesByWhatTheMouseMoves) {
-    state().warpPointer({500, 400});
-    mouse().move(30, -20);
-    EXPECT_EQ(state().pointer(), (rig::ScreenPoint{530, 380}));
+    state().warpPointer({100, 400});
+    for (int step = 0; step < 40; ++step) {
+        mouse().move(40, -5);
+        state().idleMs();
+    }
+    EXPECT_EQ(state().pointer(), (rig::ScreenPoint{1700, 200}));
 }
 
 TEST_F(RigTest, AWheelOfButtonsArrivesAsButtons) {

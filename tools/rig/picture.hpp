@@ -25,6 +25,7 @@ struct Picture {
     /// How many different colours there are: one means an empty picture.
     std::size_t colourCount() const;
     void writePng(const std::filesystem::path& file) const;
+    bool operator==(const Picture&) const = default;
 };
 
 /// The whole screen.

@@ -114,6 +114,10 @@ void ScreenState::warpPointer(ScreenPoint to) {
     x_.sync();
 }
 
+WindowId ScreenState::clipboardOwner() const {
+    return XGetSelectionOwner(x_.get(), x_.atom("CLIPBOARD"));
+}
+
 unsigned long ScreenState::idleMs() const {
     const std::unique_ptr<XScreenSaverInfo, decltype(&XFree)> info(XScreenSaverAllocInfo(), XFree);
     XScreenSaverQueryInfo(x_.get(), x_.root(), info.get());

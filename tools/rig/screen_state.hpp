@@ -40,6 +40,9 @@ public:
     /// Puts the pointer there without any device having moved.
     void warpPointer(ScreenPoint to);
 
+    /// The window that owns the clipboard, 0 for none.
+    WindowId clipboardOwner() const;
+
     /// Milliseconds since the last input, as screen savers count them.
     unsigned long idleMs() const;
 

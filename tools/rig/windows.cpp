@@ -88,6 +88,23 @@ void askToActivate(XConnection& x, Window window) {
                &request);
 }
 
+void askForFrame(XConnection& x, WindowId window, const WindowFrame& frame) {
+    // All four values given, by a pager, for the client area and not for the decoration.
+    constexpr long kFlags = StaticGravity | 15 << 8 | 2 << 12;
+    XEvent request{};
+    request.xclient.type = ClientMessage;
+    request.xclient.window = window;
+    request.xclient.message_type = x.atom("_NET_MOVERESIZE_WINDOW");
+    request.xclient.format = 32;
+    request.xclient.data.l[0] = kFlags;
+    request.xclient.data.l[1] = frame.x;
+    request.xclient.data.l[2] = frame.y;
+    request.xclient.data.l[3] = frame.width;
+    request.xclient.data.l[4] = frame.height;
+    XSendEvent(x.get(), x.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
+               &request);
+}
+
 // Toolkits put the focus on a window of their own inside the managed one.
 bool isInside(XConnection& x, Window window, Window outer) {
     while (window != None && window != PointerRoot) {
@@ -183,8 +200,24 @@ void focusWindow(XConnection& x, Window window) {
         XRaiseWindow(x.get(), window);
         XSetInputFocus(x.get(), window, RevertToPointerRoot, CurrentTime);
     }
+    waitForFocus(x, window);
+}
+
+void waitForFocus(XConnection& x, WindowId window) {
     if (!pollUntil([&] { return hasFocus(x, window); })) {
         throw RigError("window '" + titleOf(x, window) + "' does not get the focus");
+    }
+}
+
+void placeWindow(XConnection& x, WindowId window, const WindowFrame& frame) {
+    askForFrame(x, window, frame);
+    // Terminals round their size to whole characters, so only the corner is certain.
+    const auto placed =
+        pollUntil([&] { return frameOf(x, window); },
+                  [&](const WindowFrame& seen) { return seen.x == frame.x && seen.y == frame.y; });
+    if (!placed) {
+        throw RigError("window '" + titleOf(x, window) + "' stays at " +
+                       std::to_string(placed.last.x) + "," + std::to_string(placed.last.y));
     }
 }
 

@@ -33,6 +33,10 @@ std::optional<WindowId> activeWindow(XConnection& x);
 /// Waits for a visible window with this title or class; a RigError when none comes. Works
 /// without a window manager too.
 WindowId waitForWindow(XConnection& x, const std::string& titleOrClass);
+/// Waits until the keyboard is the window's own; a RigError when it never is.
+void waitForFocus(XConnection& x, WindowId window);
+/// Asks for this place and size of the area inside the decoration, and waits for it.
+void placeWindow(XConnection& x, WindowId window, const WindowFrame& frame);
 /// Brings the window to the front and waits until the keyboard is its own.
 void focusWindow(XConnection& x, WindowId window);
 

@@ -33,7 +33,9 @@ std::string inputDevice(const char* name, const char* type, const std::filesyste
     text << "Section \"InputDevice\"\n  Identifier \"" << name << "\"\n  Driver \"inputtest\"\n"
          << "  Option \"SocketPath\" \"" << (folder / name).string() << "\"\n"
          << "  Option \"DeviceType\" \"" << type << "\"\n"
-         << "  Option \"PointerButtonCount\" \"12\"\nEndSection\n";
+         << "  Option \"PointerButtonCount\" \"12\"\n"
+         // As with libinput, which leaves nothing for the server to accelerate.
+         << "  Option \"AccelerationScheme\" \"none\"\nEndSection\n";
     return text.str();
 }
 

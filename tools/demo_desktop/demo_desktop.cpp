@@ -1,0 +1,62 @@
+#include "tools/demo_desktop/demo_desktop.hpp"
+
+#include "tools/rig/windows.hpp"
+
+#include <fstream>
+
+namespace orvel::demo {
+
+namespace {
+
+constexpr rig::WindowFrame kEditorPlace{60, 80, 860, 560};
+constexpr rig::WindowFrame kTerminalPlace{980, 80, 860, 560};
+constexpr const char* kTerminalTitle = "Terminal";
+// As other terminals have it; xterm itself pastes with the mouse only.
+constexpr const char* kPasteKey =
+    "XTerm.VT100.translations: #override Ctrl Shift <Key>V: insert-selection(CLIPBOARD)";
+
+}  // namespace
+
+DemoDesktop::DemoDesktop()
+    : bus_(desktop_.environment(), rig::SessionBus::Accessibility::on),
+      editor_(startEditor()),
+      editorWindow_(rig::waitForWindow(desktop_.x(), "l3afpad")),
+      terminal_(startTerminal()),
+      terminalWindow_(rig::waitForWindow(desktop_.x(), kTerminalTitle)) {
+    rig::placeWindow(desktop_.x(), editorWindow_, kEditorPlace);
+    rig::placeWindow(desktop_.x(), terminalWindow_, kTerminalPlace);
+}
+
+rig::Picture DemoDesktop::terminalPicture() {
+    const rig::WindowFrame frame = rig::frameOf(desktop_.x(), terminalWindow_);
+    return rig::pictureOf(desktop_.x(), terminalWindow_, 0, 0, frame.width, frame.height);
+}
+
+void DemoDesktop::writeScreenshot(const std::filesystem::path& file) {
+    rig::screenshot(desktop_.x()).writePng(file);
+}
+
+std::unique_ptr<rig::ChildProcess> DemoDesktop::startEditor() {
+    std::ofstream(editedFile()).flush();
+    return std::make_unique<rig::ChildProcess>(rig::Command{
+        .arguments = {"l3afpad", editedFile()}, .environment = environment(), .folder = folder()});
+}
+
+std::unique_ptr<rig::ChildProcess> DemoDesktop::startTerminal() {
+    return std::make_unique<rig::ChildProcess>(rig::Command{
+        .arguments = {"xterm", "-title", kTerminalTitle, "-fa", "Monospace", "-fs", "11", "-bw",
+                      "0", "-xrm", kPasteKey, "-e", "sh"},
+        .environment = rig::merged(environment(), {{"PS1", "$ "}, {"TERM", "xterm-256color"}}),
+        .folder = folder()});
+}
+
+void DemoDesktop::click(rig::WindowId window) {
+    const rig::WindowFrame frame = rig::frameOf(desktop_.x(), window);
+    const rig::ScreenPoint from = state().pointer();
+    const rig::ScreenPoint to{frame.x + frame.width / 2, frame.y + frame.height / 2};
+    mouse().move(to.x - from.x, to.y - from.y);
+    mouse().click(rig::Button::left);
+    rig::waitForFocus(desktop_.x(), window);
+}
+
+}  // namespace orvel::demo

@@ -1,0 +1,153 @@
+#include "tools/demo_desktop/scene.hpp"
+
+#include "tools/rig/poll_until.hpp"
+#include "tools/rig/rig_error.hpp"
+
+#include <fstream>
+#include <initializer_list>
+#include <iterator>
+#include <ostream>
+#include <utility>
+
+namespace orvel::demo {
+
+namespace {
+
+// The line that ends the start of the program.
+constexpr const char* kStarted = "引擎工作状态已设为";
+
+using Settings = std::initializer_list<std::pair<const char*, const char*>>;
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+class Scene {
+public:
+    Scene(DemoDesktop& desktop, std::string program, std::ostream& out)
+        : desktop_(desktop), program_(std::move(program)), out_(out) {}
+
+    // A step that cannot even be tried ends the scene; the screenshot then shows why.
+    bool play() {
+        try {
+            playSteps();
+        } catch (const rig::RigError& error) {
+            tell("the scene breaks off", error.what(), false);
+        }
+        return well_;
+    }
+
+private:
+    void playSteps() {
+        start();
+        writeInEditor();
+        copyIntoTerminal();
+        typeOnTwoKeyboards();
+        holdNothing();
+        end();
+        typeWithoutProgram();
+    }
+
+    void start() {
+        const Settings usual{{"card_modifier", "true"},
+                             {"map_ctrl", "Cmd"},
+                             {"map_cmd", "Win"},
+                             {"map_option", "Alt"}};
+        for (const auto& [key, value] : usual) {
+            rig::runTool({program_, "prefs", "set", key, value}, desktop_.environment());
+        }
+        orvel_ =
+            std::make_unique<rig::ChildProcess>(rig::Command{.arguments = {program_, "run"},
+                                                             .environment = desktop_.environment(),
+                                                             .folder = desktop_.folder()});
+        if (!orvel_->out().waitForText(kStarted)) {
+            throw rig::RigError(program_ + " run does not start: " + orvel_->out().text() +
+                                orvel_->err().text());
+        }
+        out_ << "orvel runs, with the Control key as Command and the Super key as Win\n";
+    }
+
+    void writeInEditor() {
+        desktop_.clickEditor();
+        desktop_.keyboard().type("Every key of this line went through Orvel.");
+        desktop_.keyboard().chord({"Control_L", "s"});
+        expectFile("typed into the editor and saved with Ctrl+S", desktop_.editedFile(),
+                   "Every key of this line went through Orvel.");
+    }
+
+    void copyIntoTerminal() {
+        desktop_.keyboard().chord({"Control_L", "a"});
+        desktop_.keyboard().chord({"Control_L", "c"});
+        rig::pollUntil([this] { return desktop_.state().clipboardOwner() != 0; });
+        desktop_.clickTerminal();
+        desktop_.keyboard().type("tee pasted.txt\n");
+        const auto file = desktop_.folder() / "pasted.txt";
+        rig::pollUntil([&] { return std::filesystem::exists(file); });
+        paste();
+        desktop_.keyboard().type("\n");
+        expectFile("copied with Ctrl+C, pasted into the terminal with Ctrl+Shift+V", file,
+                   "Every key of this line went through Orvel.\n");
+        desktop_.keyboard().chord({"Control_L", "d"});
+    }
+
+    void paste() {
+        const rig::Picture before = desktop_.terminalPicture();
+        desktop_.keyboard().chord({"Control_L", "Shift_L", "v"});
+        rig::pollUntil([&] { return desktop_.terminalPicture() != before; });
+    }
+
+    void typeOnTwoKeyboards() {
+        desktop_.keyboard().type("echo ");
+        desktop_.keyboard().press("Shift_L");
+        desktop_.secondKeyboard().type("two");
+        desktop_.keyboard().release("Shift_L");
+        desktop_.secondKeyboard().type(" keyboards | tee two.txt\n");
+        expectFile("Shift held on one keyboard, letters typed on the other",
+                   desktop_.folder() / "two.txt", "TWO keyboards\n");
+    }
+
+    void holdNothing() {
+        const bool none = rig::pollUntil([this] { return desktop_.state().keysDown().empty(); });
+        tell("nothing is held when all keys are up", none ? "no key down" : "a key is stuck", none);
+    }
+
+    void end() {
+        const rig::ExitStatus status = orvel_->stop();
+        tell("ended orvel", status.success() ? "exit status 0" : "no clean exit", status.success());
+    }
+
+    void typeWithoutProgram() {
+        desktop_.keyboard().type("echo still here | tee after.txt\n");
+        expectFile("typed on without it", desktop_.folder() / "after.txt", "still here\n");
+    }
+
+    void expectFile(const std::string& what, const std::filesystem::path& file,
+                    const std::string& wanted) {
+        const auto seen = rig::pollUntil([&] { return contentOf(file); },
+                                         [&](const std::string& text) { return text == wanted; });
+        tell(what, seen.last, seen.accepted);
+    }
+
+    void tell(const std::string& what, std::string result, bool asWanted) {
+        if (result.ends_with('\n')) {
+            result.pop_back();
+        }
+        out_ << what << "\n    -> " << result << (asWanted ? "" : "    (WRONG)") << std::endl;
+        well_ = well_ && asWanted;
+    }
+
+    DemoDesktop& desktop_;
+    std::string program_;
+    std::ostream& out_;
+    std::unique_ptr<rig::ChildProcess> orvel_;
+    bool well_ = true;
+};
+
+}  // namespace
+
+bool playScene(DemoDesktop& desktop, const std::string& program, std::ostream& out) {
+    return Scene(desktop, program, out).play();
+}
+
+}  // namespace orvel::demo
