@@ -1,0 +1,1 @@
+orvel_bench(replay_bench SOURCES replay_bench.cpp LIBS orvel_replay)
