@@ -2,6 +2,7 @@
 
 #include "tools/rig/scratch_home.hpp"
 #include "tools/rig/screen_state.hpp"
+#include "tools/rig/session_bus.hpp"
 #include "tools/rig/window_manager.hpp"
 #include "tools/rig/xorg_server.hpp"
 
@@ -9,8 +10,9 @@
 
 namespace orvel::rig {
 
-/// A whole desktop without a screen or a keyboard: a home, an X server with test devices and a
-/// window manager. It is ready when the constructor returns, and nothing of it is left after.
+/// A whole desktop without a screen or a keyboard: a home, an X server with test devices, a message
+/// bus and a window manager. It is ready when the constructor returns, and nothing of it is left
+/// after.
 class EmbeddedDesktop {
 public:
     struct Options {
@@ -28,12 +30,14 @@ public:
     Keyboard& keyboard() { return server_.keyboard(); }
     Pointer& mouse() { return server_.mouse(); }
     /// For a program that shall run in this desktop.
-    const Environment& environment() const { return server_.environment(); }
+    const Environment& environment() const { return bus_.environment(); }
 
 private:
     ScratchHome home_;
     XorgServer server_;
     ScreenState state_;
+    // Without one, toolkits start a bus by themselves that nobody ends.
+    SessionBus bus_;
     WindowManager windowManager_;
 };
 
