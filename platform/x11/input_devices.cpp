@@ -46,10 +46,14 @@ InputDevice describe(X11Session& session, const XIDeviceInfo& info) {
                        .isEnabled = info.enabled != False,
                        .isFloating = info.use == XIFloatingSlave};
     for (int i = 0; i < info.num_classes; ++i) {
-        device.hasKeys |= info.classes[i]->type == XIKeyClass;
-        device.hasButtons |= info.classes[i]->type == XIButtonClass;
+        const XIAnyClassInfo& type = *info.classes[i];
+        device.hasKeys |= type.type == XIKeyClass;
+        device.scrolls |= type.type == XIScrollClass;
+        if (type.type == XIButtonClass) {
+            device.buttonCount = reinterpret_cast<const XIButtonClassInfo&>(type).num_buttons;
+        }
     }
-    if (device.hasButtons) device.properties = propertiesOf(session, info.deviceid);
+    if (device.buttonCount > 0) device.properties = propertiesOf(session, info.deviceid);
     return device;
 }
 
@@ -57,11 +61,16 @@ InputDevice describe(X11Session& session, const XIDeviceInfo& info) {
 
 MasterDevices findMasters(X11Session& session) {
     MasterDevices masters;
-    XIGetClientPointer(session.display(), 0, &masters.pointer);
+    // A connection that has not used a pointer yet has none assigned; it would get the first.
+    const bool isAssigned = XIGetClientPointer(session.display(), 0, &masters.pointer) != False;
     int count = 0;
     const DeviceInfos infos(XIQueryDevice(session.display(), XIAllDevices, &count));
     for (int i = 0; i < count; ++i) {
-        if (infos[i].deviceid == masters.pointer) masters.keyboard = infos[i].attachment;
+        const XIDeviceInfo& info = infos[i];
+        if (info.use != XIMasterPointer || masters.keyboard != 0) continue;
+        if (isAssigned && info.deviceid != masters.pointer) continue;
+        masters.pointer = info.deviceid;
+        masters.keyboard = info.attachment;
     }
     for (int i = 0; i < count; ++i) {
         const XIDeviceInfo& info = infos[i];
@@ -95,29 +104,53 @@ std::optional<InputDevice> readDevice(X11Session& session, int id) {
     return describe(session, infos[0]);
 }
 
-std::vector<unsigned char> heldKeys(X11Session& session, int id) {
+namespace {
+
+/// Calls `visit` for each class of input that the device has.
+template <typename Visit>
+void visitState(X11Session& session, int id, Visit visit) {
     const ErrorTrap trap(session);
-    std::vector<unsigned char> keys;
-    // Closing the device would end our grab of it.
+    // Closing the device again would end our grab of it.
     XDevice* device = XOpenDevice(session.display(), static_cast<XID>(id));
-    if (device == nullptr) return keys;
+    if (device == nullptr) return;
     XDeviceState* state = XQueryDeviceState(session.display(), device);
-    if (state == nullptr) return keys;
-    const XInputClass* input = state->data;
+    if (state == nullptr) return;
+    const auto* bytes = reinterpret_cast<const char*>(state->data);
     for (int i = 0; i < state->num_classes; ++i) {
-        if (input->c_class == KeyClass) {
-            const auto* bits = reinterpret_cast<const XKeyState*>(input)->keys;
-            for (unsigned key = 8; key < 256; ++key) {
-                if ((bits[key / 8] >> (key % 8) & 1) != 0) {
-                    keys.push_back(static_cast<unsigned char>(key));
-                }
-            }
-        }
-        input = reinterpret_cast<const XInputClass*>(reinterpret_cast<const char*>(input) +
-                                                     input->length);
+        const auto* input = reinterpret_cast<const XInputClass*>(bytes);
+        visit(*input);
+        bytes += input->length;
     }
     XFreeDeviceState(state);
+}
+
+template <typename Number>
+std::vector<Number> bitsOf(const char* bytes, int first, int end) {
+    std::vector<Number> numbers;
+    for (int bit = first; bit < end; ++bit) {
+        if ((bytes[bit / 8] >> (bit % 8) & 1) != 0) numbers.push_back(static_cast<Number>(bit));
+    }
+    return numbers;
+}
+
+}  // namespace
+
+std::vector<unsigned char> heldKeys(X11Session& session, int id) {
+    std::vector<unsigned char> keys;
+    visitState(session, id, [&](const XInputClass& input) {
+        if (input.c_class != KeyClass) return;
+        keys = bitsOf<unsigned char>(reinterpret_cast<const XKeyState&>(input).keys, 8, 256);
+    });
     return keys;
+}
+
+std::vector<int> heldButtons(X11Session& session, int id) {
+    std::vector<int> buttons;
+    visitState(session, id, [&](const XInputClass& input) {
+        if (input.c_class != ButtonClass) return;
+        buttons = bitsOf<int>(reinterpret_cast<const XButtonState&>(input).buttons, 1, 256);
+    });
+    return buttons;
 }
 
 }  // namespace orvel::x11

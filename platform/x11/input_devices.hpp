@@ -14,7 +14,8 @@ struct InputDevice {
     std::string name;
     bool isEnabled = false;
     bool hasKeys = false;
-    bool hasButtons = false;
+    bool scrolls = false;  ///< has a scroll axis
+    int buttonCount = 0;
     bool isFloating = false;  ///< grabbed, or taken out of the session
     std::vector<std::string> properties = {};
 };
@@ -35,5 +36,7 @@ struct MasterDevices {
 [[nodiscard]] std::optional<InputDevice> readDevice(X11Session& session, int id);
 /// Keycodes that are down on the device.
 [[nodiscard]] std::vector<unsigned char> heldKeys(X11Session& session, int id);
+
+[[nodiscard]] std::vector<int> heldButtons(X11Session& session, int id);
 
 }  // namespace orvel::x11

@@ -46,7 +46,9 @@ std::vector<XKeyDescription> readKeys(Display* display) {
 InputHub::InputHub(X11Session& session)
     : session_(session),
       ledger_(map_, [this](XKeycode key, bool down) { sendKey(key, down); }),
-      path_(map_, state_, ledger_) {
+      path_(map_, state_, ledger_),
+      buttons_(state_, [this](XButton number, bool down) { sendButton(number, down); }),
+      posted_(map_, state_, ledger_) {
     // Keys reach the client that grabbed the server, as they would from the device itself.
     XTestGrabControl(session_.display(), True);
     reloadKeyMap();
@@ -63,9 +65,14 @@ void InputHub::sendKey(XKeycode key, bool down) {
     if (session_.isAlive()) XTestFakeKeyEvent(session_.display(), key, down ? True : False, 0);
 }
 
-void InputHub::sendButton(unsigned button, bool down) {
-    if (session_.isAlive())
-        XTestFakeButtonEvent(session_.display(), button, down ? True : False, 0);
+void InputHub::sendButton(XButton number, bool down) {
+    if (!session_.isAlive()) return;
+    XTestFakeButtonEvent(session_.display(), static_cast<unsigned>(number), down ? True : False, 0);
+}
+
+void InputHub::setHandler(const EventHandler& handler) {
+    path_.setHandler(handler);
+    buttons_.setHandler(handler);
 }
 
 void InputHub::sendMotion(int dx, int dy) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/x11/button_path.hpp"
 #include "platform/x11/key_path.hpp"
+#include "platform/x11/posted_keys.hpp"
 #include "platform/x11/x11_session.hpp"
 
 #include <string>
@@ -20,18 +22,21 @@ public:
     [[nodiscard]] HidState& state() { return state_; }
     [[nodiscard]] OutputLedger& ledger() { return ledger_; }
     [[nodiscard]] KeyPath& path() { return path_; }
+    [[nodiscard]] ButtonPath& buttons() { return buttons_; }
+    [[nodiscard]] PostedKeys& posted() { return posted_; }
+    void setHandler(const EventHandler& handler);
 
     /// The place of the key that acts as Fn, as the keymap names it; empty for none.
     void setFnKey(std::string place);
     /// Reads the server's keymap anew.
     void reloadKeyMap();
-    void sendButton(unsigned button, bool down);
     void sendMotion(int dx, int dy);
     /// Hands what was sent to the server.
     void flush();
 
 private:
     void sendKey(XKeycode key, bool down);
+    void sendButton(XButton number, bool down);
 
     X11Session& session_;
     std::string fnKey_;
@@ -39,6 +44,8 @@ private:
     HidState state_;
     OutputLedger ledger_;
     KeyPath path_;
+    ButtonPath buttons_;
+    PostedKeys posted_;
 };
 
 }  // namespace orvel::x11

@@ -9,9 +9,9 @@ namespace {
 
 /// Calls `visit` for every key of the set, which may change meanwhile.
 template <typename Visit>
-void forEachKey(const XKeySet& keys, Visit visit) {
-    for (std::size_t key = 1; key < keys.size(); ++key) {
-        if (keys[key]) visit(static_cast<XKeycode>(key));
+void forEachKey(XKeySet keys, Visit visit) {
+    for (std::size_t key = keys._Find_first(); key < keys.size(); key = keys._Find_next(key)) {
+        visit(static_cast<XKeycode>(key));
     }
 }
 
@@ -173,11 +173,11 @@ XKeySet OutputLedger::resolve(const ModifierWish& wish) const {
 
 /// One that is down already, so that nothing needs to change; else the left one.
 XKeycode OutputLedger::keyFor(XModifier modifier) const {
-    for (std::size_t key = 1; key < down_.size(); ++key) {
-        const auto keycode = static_cast<XKeycode>(key);
-        if (down_[key] && map_.modifierOf(keycode) == modifier) return keycode;
-    }
-    return map_.leftKey(modifier);
+    XKeycode found = 0;
+    forEachKey(down_, [&](XKeycode key) {
+        if (map_.modifierOf(key) == modifier) found = key;
+    });
+    return found != 0 ? found : map_.leftKey(modifier);
 }
 
 bool OutputLedger::isHeldElsewhere(XKeycode key, DeviceKey source) const {

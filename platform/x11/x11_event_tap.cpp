@@ -1,135 +1,123 @@
 #include "platform/x11/x11_event_tap.hpp"
 
+#include "platform/x11/event_set.hpp"
+#include "platform/x11/wheel_kind.hpp"
+
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
-#include <X11/extensions/XInput2.h>
 
-#include <array>
-#include <initializer_list>
 #include <utility>
 
 namespace orvel::x11 {
 
-namespace {
-
-/// A set of input events in the form that the requests take.
-class EventSet {
-public:
-    EventSet(int device, std::initializer_list<int> events) {
-        for (const int event : events) XISetMask(bits_.data(), event);
-        mask_ = {device, static_cast<int>(bits_.size()), bits_.data()};
-    }
-    EventSet(const EventSet&) = delete;
-    EventSet& operator=(const EventSet&) = delete;
-    XIEventMask* mask() { return &mask_; }
-
-private:
-    std::array<unsigned char, XIMaskLen(XI_LASTEVENT)> bits_{};
-    XIEventMask mask_{};
-};
-
-}  // namespace
-
-X11EventTap::X11EventTap(InputHub& hub) : hub_(hub) {}
+X11EventTap::X11EventTap(InputHub& hub) : hub_(hub), keyboards_(hub), pointers_(hub) {}
 
 X11EventTap::~X11EventTap() { stop(); }
 
 bool X11EventTap::create(const EventTapRequest& /*request*/, EventHandler handler) {
-    if (exists_) return false;
+    if (exists_ || !claimTap()) return false;
+    exists_ = true;
     masters_ = findMasters(hub_.session());
     handler_ = std::move(handler);
-    watchDevices();
-    bool isRefused = false;
-    for (const InputDevice& device : listDevices(hub_.session(), masters_)) {
-        if (device.hasKeys && device.isEnabled && !device.isFloating) {
-            isRefused |= !grabKeyboard(device.id);
-        }
-    }
-    exists_ = true;
-    if (isRefused) stop();
+    selectChanges();
+    if (!takeDevices()) stop();
     return exists_;
 }
 
 void X11EventTap::enable() {
     if (!exists_) return;
-    hub_.path().setHandler(handler_);
+    hub_.setHandler(handler_);
     isEnabled_ = true;
 }
 
 void X11EventTap::stop() {
     if (!std::exchange(exists_, false)) return;
     isEnabled_ = false;
-    hub_.path().setHandler({});
-    hub_.ledger().releaseAll();
-    for (const int keyboard : keyboards_) {
-        if (hub_.session().isAlive()) {
-            XIUngrabDevice(hub_.session().display(), keyboard, CurrentTime);
-        }
-    }
-    keyboards_.clear();
+    giveDevicesBack();
+    hub_.setHandler({});
+    releaseClaim();
     hub_.flush();
 }
 
-void X11EventTap::watchDevices() {
-    EventSet hierarchy(XIAllDevices, {XI_HierarchyChanged});
-    XISelectEvents(hub_.session().display(), hub_.session().root(), hierarchy.mask(), 1);
+bool X11EventTap::claimTap() {
+    Display* display = hub_.session().display();
+    const Atom selection = hub_.session().atom(kTapSelection);
+    if (XGetSelectionOwner(display, selection) != None) return false;
+    claimWindow_ = XCreateSimpleWindow(display, hub_.session().root(), -1, -1, 1, 1, 0, 0, 0);
+    XSetSelectionOwner(display, selection, claimWindow_, CurrentTime);
+    if (XGetSelectionOwner(display, selection) == claimWindow_) return true;
+    releaseClaim();
+    return false;
 }
 
-bool X11EventTap::grabKeyboard(int device) {
-    Display* display = hub_.session().display();
-    ErrorTrap trap(hub_.session());
-    EventSet keys(device, {XI_KeyPress, XI_KeyRelease});
-    const int status = XIGrabDevice(display, device, hub_.session().root(), CurrentTime, None,
-                                    XIGrabModeAsync, XIGrabModeAsync, False, keys.mask());
-    // A device that vanished meanwhile is no refusal.
-    if (trap.firstError() != 0) return true;
-    if (status != XIGrabSuccess) return false;
-    keyboards_.insert(device);
-    for (const unsigned char key : heldKeys(hub_.session(), device)) {
-        hub_.path().adopt({device, key});
+void X11EventTap::releaseClaim() {
+    if (hub_.session().isAlive()) XDestroyWindow(hub_.session().display(), claimWindow_);
+    claimWindow_ = 0;
+}
+
+bool X11EventTap::takeDevices() {
+    if (!pointers_.takeButtons(masters_)) return false;
+    for (const InputDevice& device : listDevices(hub_.session(), masters_)) {
+        if (!device.isEnabled || device.isFloating) continue;
+        if (device.hasKeys && !keyboards_.take(device.id)) return false;
+        takeIfWanted(device);
     }
+    keyboards_.synchronise();
     return true;
 }
 
-void X11EventTap::dropDevice(int device) {
-    if (keyboards_.erase(device) != 0) hub_.path().releaseDevice(device);
+void X11EventTap::giveDevicesBack() {
+    keyboards_.giveAllBack();
+    pointers_.giveWholeBack();
+    pointers_.giveButtonsBack();
+    hub_.flush();
 }
 
-void X11EventTap::processEvents() {
+void X11EventTap::takeIfWanted(const InputDevice& device) {
+    if (grabsWheels_ && wheelKindOf(device) == WheelKind::notched) pointers_.takeWhole(device.id);
+}
+
+void X11EventTap::setWheelGrab(bool on) {
+    if (std::exchange(grabsWheels_, on) == on || !exists_ || isGivenBack_) return;
+    if (!on) {
+        pointers_.giveWholeBack();
+    } else {
+        for (const InputDevice& device : listDevices(hub_.session(), masters_)) {
+            if (device.isEnabled && !device.isFloating) takeIfWanted(device);
+        }
+    }
+    hub_.flush();
+}
+
+void X11EventTap::selectChanges() {
     Display* display = hub_.session().display();
-    while (hub_.session().isAlive() && XPending(display) > 0) {
-        XEvent event;
-        XNextEvent(display, &event);
-        if (event.type != GenericEvent || event.xcookie.extension != hub_.session().inputOpcode()) {
-            continue;
-        }
-        if (XGetEventData(display, &event.xcookie) == False) continue;
-        handleInputEvent(event.xcookie.evtype, event.xcookie.data);
-        XFreeEventData(display, &event.xcookie);
-        hub_.flush();
-    }
+    EventSet hierarchy(XIAllDevices, {XI_HierarchyChanged});
+    XISelectEvents(display, hub_.session().root(), hierarchy.mask(), 1);
+    constexpr unsigned changes = XkbNewKeyboardNotifyMask | XkbMapNotifyMask;
+    XkbSelectEvents(display, XkbUseCoreKbd, changes, changes);
+    XkbSelectEventDetails(display, XkbUseCoreKbd, XkbStateNotify, XkbAllStateComponentsMask,
+                          XkbModifierLockMask | XkbGroupLockMask);
 }
 
-void X11EventTap::handleInputEvent(int type, void* data) {
-    if (type == XI_HierarchyChanged) return handleHierarchy(data);
-    if (type != XI_KeyPress && type != XI_KeyRelease) return;
-    const auto& key = *static_cast<const XIDeviceEvent*>(data);
-    hub_.path().handle({.key = {key.deviceid, static_cast<XKeycode>(key.detail)},
-                        .down = type == XI_KeyPress,
-                        .isRepeat = (key.flags & XIKeyRepeat) != 0});
+/// Raw events tell of keys also while no device is taken.
+void X11EventTap::watchRawKeys(bool on) {
+    Display* display = hub_.session().display();
+    EventSet raw(XIAllDevices, on ? std::initializer_list<int>{XI_HierarchyChanged, XI_RawKeyPress,
+                                                               XI_RawKeyRelease}
+                                  : std::initializer_list<int>{XI_HierarchyChanged});
+    XISelectEvents(display, hub_.session().root(), raw.mask(), 1);
 }
 
-void X11EventTap::handleHierarchy(const void* data) {
-    const auto& change = *static_cast<const XIHierarchyEvent*>(data);
-    for (int i = 0; i < change.num_info; ++i) {
-        const XIHierarchyInfo& info = change.info[i];
-        if ((info.flags & (XIDeviceDisabled | XISlaveRemoved)) != 0) dropDevice(info.deviceid);
-        if ((info.flags & (XIDeviceEnabled | XISlaveAttached)) == 0) continue;
-        const auto device = readDevice(hub_.session(), info.deviceid);
-        if (device && device->hasKeys && device->isEnabled && !keyboards_.contains(device->id)) {
-            grabKeyboard(device->id);
-        }
+void X11EventTap::strikePanicChord() {
+    isGivenBack_ = !isGivenBack_;
+    if (isGivenBack_) {
+        giveDevicesBack();
+        watchRawKeys(true);
+    } else {
+        watchRawKeys(false);
+        static_cast<void>(takeDevices());
     }
+    if (panicTold_) panicTold_(isGivenBack_);
 }
 
 }  // namespace orvel::x11

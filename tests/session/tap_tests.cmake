@@ -1,0 +1,16 @@
+# The event path in a process of its own, with rules that the tests give it.
+add_executable(orvel-tap-host tap_host.cpp)
+orvel_defaults(orvel-tap-host)
+target_link_libraries(orvel-tap-host PRIVATE platform_x11 Qt6::Core)
+add_library(orvel_tap_session OBJECT tap_session.cpp)
+orvel_defaults(orvel_tap_session)
+target_compile_definitions(orvel_tap_session PRIVATE ORVEL_TAP_HOST="$<TARGET_FILE:orvel-tap-host>")
+target_link_libraries(orvel_tap_session PUBLIC orvel_session_test PRIVATE orvel::x11_libraries)
+add_dependencies(orvel_tap_session orvel-tap-host)
+
+foreach(test tap_keys_test tap_pointer_test tap_death_test)
+    orvel_test(${test}
+        SOURCES ${test}.cpp
+        LIBS orvel_tap_session orvel_session_test
+        LABELS session WHOLE)
+endforeach()
