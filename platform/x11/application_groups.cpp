@@ -114,7 +114,7 @@ std::string programPath(ProcessId process) {
 }
 
 std::string programName(ProcessId process) {
-    const auto program = std::filesystem::path(programPath(process)).filename().string();
+    auto program = std::filesystem::path(programPath(process)).filename().string();
     if (!isInterpreter(program)) return program;
     const auto arguments = commandLine(process);
     for (std::size_t each = 1; each < arguments.size(); ++each) {

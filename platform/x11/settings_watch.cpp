@@ -75,7 +75,7 @@ void SettingsWatch::fallBack(std::string why) {
 bool SettingsWatch::drainEvents() {
     if (!inotify_.isOpen()) return false;
     bool happened = false;
-    alignas(inotify_event) std::array<char, 16384> buffer;
+    alignas(inotify_event) std::array<char, 16384> buffer{};
     while (true) {
         const ssize_t length = read(inotify_.get(), buffer.data(), buffer.size());
         if (length < 0 && errno == EINTR) continue;
