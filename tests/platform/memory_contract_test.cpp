@@ -4,6 +4,7 @@
 #include "tests/platform/contract/event_tap_contract.hpp"
 #include "tests/platform/contract/file_system_contract.hpp"
 #include "tests/platform/contract/input_state_contract.hpp"
+#include "tests/platform/contract/login_items_contract.hpp"
 #include "tests/platform/contract/native_menu_contract.hpp"
 #include "tests/platform/contract/notifications_contract.hpp"
 #include "tests/platform/contract/panels_contract.hpp"
@@ -51,6 +52,9 @@ public:
         desk_.world.unwritable = {"/System"};
         return "/System";
     }
+
+    LoginItems& items() { return desk_.loginItems; }
+    void refuse() { desk_.world.loginItemError = "not permitted"; }
 
     TaskRunner& tasks() { return desk_.taskRunner; }
     Result<std::string> run(const std::string& path, const std::vector<std::string>& arguments) {
@@ -145,6 +149,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PanelsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, ScreensContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EventMonitorsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, NotificationsContract, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, LoginItemsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, NativeMenuContract, MemoryHarness);
 
 }  // namespace

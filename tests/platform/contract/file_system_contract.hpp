@@ -64,6 +64,21 @@ TYPED_TEST_P(FileSystemContract, RemovesFiles) {
     EXPECT_FALSE(this->files.exists(this->path("a.txt")));
 }
 
+TYPED_TEST_P(FileSystemContract, RemovesFoldersWithWhatIsInThem) {
+    ASSERT_TRUE(this->files.createFolder(this->path("one/two")).ok());
+    ASSERT_TRUE(this->write(this->path("one/two/a.txt"), "x").ok());
+    ASSERT_TRUE(this->files.remove(this->path("one")).ok());
+    EXPECT_FALSE(this->files.exists(this->path("one/two/a.txt")));
+    EXPECT_FALSE(this->files.exists(this->path("one")));
+}
+
+TYPED_TEST_P(FileSystemContract, LeavesNothingBesideAReplacedFile) {
+    ASSERT_TRUE(this->write(this->path("a.txt"), "a longer text").ok());
+    ASSERT_TRUE(this->write(this->path("a.txt"), "short").ok());
+    EXPECT_EQ(this->text(this->path("a.txt")), "short");
+    EXPECT_THAT(this->files.list(this->harness.folder()).value(), ::testing::ElementsAre("a.txt"));
+}
+
 TYPED_TEST_P(FileSystemContract, CreatesFoldersWithThoseAbove) {
     const std::string deep = this->path("one/two");
     ASSERT_TRUE(this->files.createFolder(deep).ok());
@@ -95,7 +110,8 @@ TYPED_TEST_P(FileSystemContract, KnowsWhereTheUserKeepsThings) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FileSystemContract, ReadsBackWhatWasWritten, TakesNamesOfAnyKind,
-                            FailsOnWhatIsNotThere, RemovesFiles, CreatesFoldersWithThoseAbove,
+                            FailsOnWhatIsNotThere, RemovesFiles, RemovesFoldersWithWhatIsInThem,
+                            LeavesNothingBesideAReplacedFile, CreatesFoldersWithThoseAbove,
                             ListsTheEntriesOfOneFolder, RefusesToWriteWhereItMayNot,
                             KnowsWhereTheUserKeepsThings);
 

@@ -1,4 +1,5 @@
 #include "tests/platform/x11_files/store_fixture.hpp"
+#include "tests/platform/x11_files/unprivileged.hpp"
 
 #include <csignal>
 #include <fcntl.h>
@@ -117,26 +118,6 @@ TEST_F(DamagedSettings, AFileInPlaceOfTheFolderIsLeftAlone) {
     EXPECT_THAT(store->flush().error(), HasSubstr(home.at(".config/orvel")));
     EXPECT_EQ(home.read(".config/orvel"), "a note");
 }
-
-/// Acts as a user without rights, also where the tests run as root.
-class Unprivileged {
-public:
-    explicit Unprivileged(const ScratchFolder& folder) {
-        if (geteuid() != 0) return;
-        for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
-            static_cast<void>(!lchown(entry.path().c_str(), kNobody, kNobody));
-        }
-        static_cast<void>(!chown(folder.path().c_str(), kNobody, kNobody));
-        changed_ = seteuid(kNobody) == 0;
-    }
-    ~Unprivileged() {
-        if (changed_) static_cast<void>(!seteuid(0));
-    }
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    bool changed_ = false;
-};
 
 TEST_F(DamagedSettings, AnUnreadableFileIsReportedAndKept) {
     home.write(kFile, plistOf(flagged("card_snap")));
