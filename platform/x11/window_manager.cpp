@@ -210,6 +210,18 @@ bool WindowManager::activate(xcb_window_t window, Deadline deadline) {
     return waitForMinimized(window, false, deadline);
 }
 
+bool WindowManager::activateTopmost(const std::vector<xcb_window_t>& windows, Deadline deadline) {
+    std::optional<xcb_window_t> minimized;
+    const auto order = stacking(deadline);
+    for (auto window = order.rbegin(); window != order.rend(); ++window) {
+        if (!contains(windows, *window)) continue;
+        const auto now = state(*window, deadline);
+        if (now && !now->isMinimized) return activate(*window, deadline);
+        if (now && !minimized) minimized = *window;
+    }
+    return minimized && activate(*minimized, deadline);
+}
+
 bool WindowManager::raise(xcb_window_t window, Deadline deadline) {
     if (!state(window, deadline)) return false;
     if (supports("_NET_RESTACK_WINDOW")) {
@@ -225,6 +237,14 @@ bool WindowManager::raise(xcb_window_t window, Deadline deadline) {
 
 void WindowManager::close(xcb_window_t window) {
     tellWindowManager(server_, window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, kFromPager});
+}
+
+bool WindowManager::toggleShowDesktop(Deadline deadline) {
+    if (!supports("_NET_SHOWING_DESKTOP")) return false;
+    const auto showing = cardinals(server_, server_.root(), "_NET_SHOWING_DESKTOP", deadline);
+    const bool isShowing = !showing.empty() && showing.front() != 0;
+    tellWindowManager(server_, server_.root(), "_NET_SHOWING_DESKTOP", {isShowing ? 0U : 1U});
+    return true;
 }
 
 bool WindowManager::waitUntilDecided(xcb_window_t window, Deadline deadline) {

@@ -62,9 +62,14 @@ public:
     bool minimize(xcb_window_t window, Deadline deadline);
     /// Brings the window to the front, out of its minimised state too, and gives it the keyboard.
     bool activate(xcb_window_t window, Deadline deadline);
+    /// Activates the topmost of these windows that is not minimised, else the topmost.
+    bool activateTopmost(const std::vector<xcb_window_t>& windows, Deadline deadline);
     bool raise(xcb_window_t window, Deadline deadline);
     /// Asks the application to close the window, as its close button does.
     void close(xcb_window_t window);
+
+    /// False when the window manager cannot.
+    bool toggleShowDesktop(Deadline deadline);
 
     [[nodiscard]] ServiceCheck check();
 

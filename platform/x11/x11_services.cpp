@@ -1,8 +1,22 @@
 #include "platform/x11/x11_services.hpp"
 
+#include "platform/x11/child_programs.hpp"
+
+#include <system_error>
 #include <utility>
 
 namespace orvel::x11 {
+
+namespace {
+
+constexpr const char* kForceQuit = "orvel-force-quit";
+
+std::filesystem::path ownFolder() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+}  // namespace
 
 Result<std::unique_ptr<X11Services>> X11Services::open(qt::QtRunLoop& runLoop,
                                                        const ServiceOptions& options) {
@@ -17,7 +31,16 @@ X11Services::X11Services(qt::QtRunLoop& runLoop, std::unique_ptr<ServiceConnecti
     : runLoop_(runLoop),
       tableErrors_(options.table.errors),
       server_(std::move(server)),
-      clients_(*server_, entries_, ApplicationTable(options.table, tableErrors_)) {
+      clients_(*server_, entries_, ApplicationTable(options.table, tableErrors_)),
+      desktopWindows_(runLoop, manager_, clients_),
+      applicationLauncher_(options.display),
+      power_({options.isPowerDryRun, options.say}),
+      launcher_(runLoop, openService_),
+      scriptRunner_(
+          {power_, dock_, desktopWindows_, fileManager_, [this] { return showForceQuitDialog(); }}),
+      taskRunner_(runLoop, scriptRunner_, openService_, options.display),
+      helperFolder_(options.helperFolder.empty() ? ownFolder() : options.helperFolder),
+      display_(options.display) {
     const auto soon = [this, isAlive = std::weak_ptr(isAlive_)](void (X11Services::*task)()) {
         runLoop_.post([this, isAlive, task] {
             if (!isAlive.expired()) (this->*task)();
@@ -37,10 +60,18 @@ X11Services::~X11Services() { entries_.onChange(nullptr); }
 
 void X11Services::applicationsChanged() { clients_.refresh(); }
 
+Result<> X11Services::showForceQuitDialog() {
+    // One dialog is enough: another wish for it brings it to the front.
+    const auto isShown = desktopWindows_.activateApplication(kForceQuit);
+    if (isShown && isShown.value()) return {};
+    return startProgram((helperFolder_ / kForceQuit).string(), {}, display_);
+}
+
 void X11Services::onLost(std::function<void()> lost) { lost_ = std::move(lost); }
 
 std::vector<ServiceCheck> X11Services::checks() {
-    return {manager_.check(), screens_.check(), workspace_.check()};
+    return {manager_.check(), screens_.check(), workspace_.check(), PowerService::check(),
+            DockService::check()};
 }
 
 }  // namespace orvel::x11

@@ -8,10 +8,14 @@
 #include "platform/x11/service_connection.hpp"
 #include "platform/x11/window_manager.hpp"
 #include "platform/x11/x11_accessibility_windows.hpp"
+#include "platform/x11/x11_launcher.hpp"
 #include "platform/x11/x11_screens.hpp"
+#include "platform/x11/x11_script_runner.hpp"
+#include "platform/x11/x11_task_runner.hpp"
 #include "platform/x11/x11_window_list.hpp"
 #include "platform/x11/x11_workspace.hpp"
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -23,6 +27,11 @@ struct ServiceOptions {
     /// Empty: the display that the environment names.
     std::string display;
     PlatformTable table;
+    /// Where the helper programs lie; empty: beside this program.
+    std::filesystem::path helperFolder;
+    /// Locking, sleep and their like are said through `say` instead of done.
+    bool isPowerDryRun = false;
+    std::function<void(std::string_view)> say;
 };
 
 /// The services of an X11 session that need no key events: built together, since they share one
@@ -37,6 +46,9 @@ public:
 
     X11Screens& screens() { return screens_; }
     X11AccessibilityWindows& accessibilityWindows() { return accessibilityWindows_; }
+    X11Launcher& launcher() { return launcher_; }
+    X11ScriptRunner& scriptRunner() { return scriptRunner_; }
+    X11TaskRunner& taskRunner() { return taskRunner_; }
     X11WindowList& windowList() { return windowList_; }
     X11Workspace& workspace() { return workspace_; }
 
@@ -55,6 +67,7 @@ private:
                 const ServiceOptions& options);
 
     void applicationsChanged();
+    Result<> showForceQuitDialog();
 
     qt::QtRunLoop& runLoop_;
     /// Tasks that are still queued when this object ends do nothing.
@@ -69,6 +82,19 @@ private:
     X11AccessibilityWindows accessibilityWindows_{manager_, clients_, screens_};
     X11WindowList windowList_{manager_, clients_, screens_};
     X11Workspace workspace_{clients_, manager_};
+    DesktopWindows desktopWindows_;
+    ApplicationLauncher applicationLauncher_;
+    FileManagerService fileManager_{desktopWindows_, entries_, clients_.table(),
+                                    applicationLauncher_};
+    OpenService openService_{desktopWindows_, entries_, clients_.table(), applicationLauncher_,
+                             fileManager_};
+    PowerService power_;
+    DockService dock_{DockService::sessionMemory()};
+    X11Launcher launcher_;
+    X11ScriptRunner scriptRunner_;
+    X11TaskRunner taskRunner_;
+    std::filesystem::path helperFolder_;
+    std::string display_;
     std::function<void()> lost_;
     std::unique_ptr<qt::ReadableWatch> watch_;
 };

@@ -96,22 +96,8 @@ Picture X11Workspace::icon(std::string_view path) const {
 }
 
 void X11Workspace::activate(ProcessId pid, int /*options*/) {
-    const auto* group = clients_.group(pid);
-    if (group == nullptr) return;
-    const auto deadline = deadlineIn(kServerLimit);
-    const auto stacking = manager_.stacking(deadline);
-    std::optional<xcb_window_t> topMinimized;
-    for (auto window = stacking.rbegin(); window != stacking.rend(); ++window) {
-        if (!group->owns(*window)) continue;
-        const auto state = manager_.state(*window, deadline);
-        if (!state) continue;
-        if (!state->isMinimized) {
-            manager_.activate(*window, deadline);
-            return;
-        }
-        if (!topMinimized) topMinimized = *window;
-    }
-    if (topMinimized) manager_.activate(*topMinimized, deadline);
+    if (const auto* group = clients_.group(pid))
+        manager_.activateTopmost(group->windows, deadlineIn(kServerLimit));
 }
 
 void X11Workspace::terminate(ProcessId pid) {
