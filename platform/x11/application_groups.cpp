@@ -16,8 +16,9 @@ namespace {
 /// What tells windows of one application from those of another.
 std::string groupKey(const ClientWindow& window, const DesktopEntry* entry) {
     if (entry != nullptr) return "entry " + entry->id;
-    if (!window.identity.executable.empty()) return "program " + window.identity.executable;
+    // The class first: one program may be many applications, as interpreters are.
     if (!window.identity.className.empty()) return "class " + window.identity.className;
+    if (!window.identity.executable.empty()) return "program " + window.identity.executable;
     if (window.process != 0) return "process " + std::to_string(window.process);
     return "window " + std::to_string(window.id);
 }
@@ -37,7 +38,7 @@ ApplicationGroup described(const ClientWindow& window, const DesktopEntry* entry
     }
     const auto& identity = window.identity;
     group.bundleId =
-        identity.executable.empty() ? lowered(identity.className) : identity.executable;
+        identity.className.empty() ? identity.executable : lowered(identity.className);
     group.frontmostId = group.bundleId;
     group.name = identity.className.empty() ? identity.executable : identity.className;
     group.kind = kindOf(identity);

@@ -32,7 +32,7 @@ struct ApplicationGroup {
     ProcessId handle = 0;
     /// The process of its oldest window; 0 when not known.
     ProcessId process = 0;
-    /// Identifier of the desktop file, else the program's name, else empty.
+    /// Identifier of the desktop file, else the windows' class or the program's name, else empty.
     std::string bundleId;
     /// Like `bundleId`, but the identifier of macOS for an application that plays its part.
     std::string frontmostId;
@@ -48,7 +48,7 @@ struct ApplicationGroup {
     [[nodiscard]] bool owns(std::uint32_t window) const;
 };
 
-/// Groups windows by installed application, else by program, else by process; the groups stand in
+/// Groups windows by installed application, else by class, program or process; the groups stand in
 /// the order of their oldest windows.
 std::vector<ApplicationGroup> groupWindows(const std::vector<ClientWindow>& oldestFirst,
                                            const ApplicationIndex& index,

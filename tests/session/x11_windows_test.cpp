@@ -6,6 +6,8 @@
 
 #include <chrono>
 #include <csignal>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,9 +26,25 @@ using Clock = std::chrono::steady_clock;
 /// managers.
 class X11Windows : public testing::TestWithParam<rig::WindowManager::Kind> {
 protected:
-    X11Windows() : desktop_({.size = {}, .windowManager = GetParam()}) {}
+    static void TearDownTestSuite() { desktops.clear(); }
 
-    rig::PlainWindows startApp() { return {desktop_.environment(), desktop_.x()}; }
+    X11Windows() {
+        auto& desktop = desktops[GetParam()];
+        if (desktop == nullptr) {
+            desktop = std::make_unique<rig::EmbeddedDesktop>(
+                rig::EmbeddedDesktop::Options{.size = {}, .windowManager = GetParam()});
+        }
+        desktop_ = desktop.get();
+        EXPECT_TRUE(eventually([this] { return rig::managedWindows(desktop().x()); }, IsEmpty()));
+        services_.emplace(*desktop_);
+    }
+    void TearDown() override {
+        // The applications of a test end before this; the next test begins with none.
+        services_.reset();
+    }
+
+    rig::EmbeddedDesktop& desktop() { return *desktop_; }
+    rig::PlainWindows startApp() { return {desktop().environment(), desktop().x()}; }
 
     /// The accessibility window of an X window, as soon as the services know it.
     AxWindow axWindow(const rig::PlainWindows& app, rig::WindowId window) {
@@ -41,22 +59,24 @@ protected:
             }
             return found.has_value();
         };
-        EXPECT_TRUE(eventually(services_, look, Eq(true)));
+        EXPECT_TRUE(eventually(*services_, look, Eq(true)));
         return found.value_or(AxWindow{});
     }
 
     static ProcessId pidOf(const rig::PlainWindows& app) {
         return const_cast<rig::PlainWindows&>(app).process().pid();
     }
-    AccessibilityWindows& ax() { return services_->accessibilityWindows(); }
-    Workspace& workspace() { return services_->workspace(); }
+    AccessibilityWindows& ax() { return (*services_)->accessibilityWindows(); }
+    Workspace& workspace() { return (*services_)->workspace(); }
     std::optional<ProcessId> frontPid() {
         const auto front = workspace().frontmostApplication();
         return front ? std::optional(front->pid) : std::nullopt;
     }
 
-    rig::EmbeddedDesktop desktop_;
-    OpenServices services_{desktop_};
+    using Desktops = std::map<rig::WindowManager::Kind, std::unique_ptr<rig::EmbeddedDesktop>>;
+    static inline Desktops desktops;
+    rig::EmbeddedDesktop* desktop_ = nullptr;
+    std::optional<OpenServices> services_;
 };
 
 INSTANTIATE_TEST_SUITE_P(UnderEachWindowManager, X11Windows,
@@ -76,7 +96,7 @@ TEST_P(X11Windows, AWindowIsPutExactlyWhereItIsWantedFrameIncluded) {
     EXPECT_EQ(ax().attributes(window).position, (AxPoint{100, 60}));
     EXPECT_EQ(ax().attributes(window).size, (Size{700, 500}));
     // The window manager's frame begins where the window was put.
-    const auto inside = rig::frameOf(desktop_.x(), id);
+    const auto inside = rig::frameOf(desktop().x(), id);
     EXPECT_GT(inside.y, 60);
     EXPECT_LT(inside.y, 100);
     EXPECT_LT(inside.height, 500);
@@ -97,9 +117,9 @@ TEST_P(X11Windows, AMaximisedWindowIsMovedAllTheSame) {
     const auto window = axWindow(app, id);
     rig::runTool(
         {"wmctrl", "-i", "-r", std::to_string(id), "-b", "add,maximized_vert,maximized_horz"},
-        desktop_.environment());
+        desktop().environment());
     ASSERT_TRUE(eventually(
-        services_, [&] { return ax().attributes(window).size->width; }, testing::Ge(1900)));
+        *services_, [&] { return ax().attributes(window).size->width; }, testing::Ge(1900)));
     EXPECT_TRUE(ax().setPosition(window, {300, 200}));
     EXPECT_TRUE(ax().setSize(window, {640, 480}));
     EXPECT_EQ(ax().attributes(window).position, (AxPoint{300, 200}));
@@ -117,9 +137,9 @@ TEST_P(X11Windows, ASizeBelowTheMinimumBecomesTheMinimum) {
 }
 
 TEST_P(X11Windows, ASizeBetweenTwoStepsOfATerminalBecomesAWholeNumberOfCells) {
-    const rig::XtermApp terminal(desktop_.home(), desktop_.environment(), desktop_.x());
+    const rig::XtermApp terminal(desktop().home(), desktop().environment(), desktop().x());
     ASSERT_TRUE(eventually(
-        services_, [&] { return workspace().frontmostApplication().has_value(); }, Eq(true)));
+        *services_, [&] { return workspace().frontmostApplication().has_value(); }, Eq(true)));
     const auto window = axWindow(*frontPid(), terminal.window());
     EXPECT_TRUE(ax().setSize(window, {603, 401}));
     const auto size = ax().attributes(window).size;
@@ -138,7 +158,7 @@ TEST_P(X11Windows, AWindowIsMinimisedAndComesBackInFront) {
     EXPECT_THAT(ax().attributes(first).isMinimized, Optional(true));
     EXPECT_TRUE(ax().setMinimized(first, false));
     EXPECT_THAT(ax().attributes(first).isMinimized, Optional(false));
-    EXPECT_TRUE(eventually([&] { return rig::activeWindow(desktop_.x()); },
+    EXPECT_TRUE(eventually([&] { return rig::activeWindow(desktop().x()); },
                            testing::Ne(std::optional(second))));
 }
 
@@ -146,9 +166,9 @@ TEST_P(X11Windows, AnApplicationWhoseOnlyWindowIsMinimisedStaysInFront) {
     auto app = startApp();
     const auto window = axWindow(app, app.open({}));
     ASSERT_TRUE(eventually(
-        services_, [&] { return frontPid(); }, Optional(pidOf(app))));
+        *services_, [&] { return frontPid(); }, Optional(pidOf(app))));
     EXPECT_TRUE(ax().setMinimized(window, true));
-    services_.settle();
+    services_->settle();
     EXPECT_EQ(frontPid(), pidOf(app));
     EXPECT_FALSE(ax().focusedWindow(pidOf(app)));
     EXPECT_EQ(ax().windows(pidOf(app))->size(), 1U);
@@ -158,12 +178,12 @@ TEST_P(X11Windows, RaisingPutsAWindowAboveOthers) {
     auto app = startApp();
     const auto below = app.open({.title = "below"});
     const auto above = app.open({.title = "above"});
-    ASSERT_TRUE(eventually([&] { return rig::activeWindow(desktop_.x()); }, Optional(above)));
+    ASSERT_TRUE(eventually([&] { return rig::activeWindow(desktop().x()); }, Optional(above)));
     EXPECT_TRUE(ax().raise(axWindow(app, below)));
-    EXPECT_TRUE(eventually([&] { return rig::managedWindows(desktop_.x()).back(); }, Eq(below)));
+    EXPECT_TRUE(eventually([&] { return rig::managedWindows(desktop().x()).back(); }, Eq(below)));
     // Xfwm4 has no request for the order alone: there the raised window gets the keyboard too.
     if (GetParam() == rig::WindowManager::Kind::openbox) {
-        EXPECT_THAT(rig::activeWindow(desktop_.x()), Optional(above));
+        EXPECT_THAT(rig::activeWindow(desktop().x()), Optional(above));
     }
 }
 
@@ -172,9 +192,9 @@ TEST_P(X11Windows, FocusingAWindowGivesItTheKeyboard) {
     const auto below = app.open({.title = "below"});
     app.open({.title = "above"});
     EXPECT_TRUE(ax().setFocused(axWindow(app, below), true));
-    EXPECT_TRUE(eventually([&] { return rig::activeWindow(desktop_.x()); }, Optional(below)));
+    EXPECT_TRUE(eventually([&] { return rig::activeWindow(desktop().x()); }, Optional(below)));
     EXPECT_TRUE(eventually(
-        services_,
+        *services_,
         [&] { return x11::X11AccessibilityWindows::windowId(*ax().focusedWindow(pidOf(app))); },
         Eq(below)));
 }
@@ -184,7 +204,7 @@ TEST_P(X11Windows, AWindowThatIsGoneReadsAsNothingAndTakesNothing) {
     const auto id = app.open({});
     const auto window = axWindow(app, id);
     app.destroy(id);
-    ASSERT_TRUE(eventually([&] { return rig::managedWindows(desktop_.x()); }, IsEmpty()));
+    ASSERT_TRUE(eventually([&] { return rig::managedWindows(desktop().x()); }, IsEmpty()));
     EXPECT_FALSE(ax().attributes(window).role);
     EXPECT_FALSE(ax().attributes(window).position);
     EXPECT_FALSE(ax().setPosition(window, {0, 0}));
@@ -213,13 +233,13 @@ TEST_P(X11Windows, TheListHoldsMinimisedWindowsFrontToBack) {
     ASSERT_TRUE(ax().setMinimized(axWindow(app, hidden), true));
     const auto numbers = [&](WindowListScope scope) {
         std::vector<WindowNumber> found;
-        for (const auto& window : services_->windowList().windows(scope))
+        for (const auto& window : (*services_)->windowList().windows(scope))
             found.push_back(window.number);
         return found;
     };
     EXPECT_THAT(numbers(WindowListScope::onScreen), testing::ElementsAre(front, back));
     EXPECT_THAT(numbers(WindowListScope::all), testing::UnorderedElementsAre(front, back, hidden));
-    const auto all = services_->windowList().windows(WindowListScope::all);
+    const auto all = (*services_)->windowList().windows(WindowListScope::all);
     EXPECT_THAT(all, testing::Each(Field(&WindowInfo::pid, pidOf(app))));
     EXPECT_THAT(all, testing::Each(Field(&WindowInfo::layer, 0)));
 }
@@ -227,7 +247,7 @@ TEST_P(X11Windows, TheListHoldsMinimisedWindowsFrontToBack) {
 TEST_P(X11Windows, BoundsInTheListAreThoseOfTheAccessibilityWindow) {
     auto app = startApp();
     const auto window = axWindow(app, app.open({.title = "same"}));
-    const auto listed = services_->windowList().windows(WindowListScope::all);
+    const auto listed = (*services_)->windowList().windows(WindowListScope::all);
     ASSERT_EQ(listed.size(), 1U);
     const auto attributes = ax().attributes(window);
     EXPECT_EQ(listed[0].bounds.origin(), attributes.position);
@@ -236,10 +256,10 @@ TEST_P(X11Windows, BoundsInTheListAreThoseOfTheAccessibilityWindow) {
 }
 
 TEST_P(X11Windows, WindowsOfOneProgramInSeveralProcessesAreOneApplication) {
-    const rig::XtermApp first(desktop_.home(), desktop_.environment(), desktop_.x());
+    const rig::XtermApp first(desktop().home(), desktop().environment(), desktop().x());
     rig::ChildProcess second(
-        {.arguments = {"xterm", "-title", "another"}, .environment = desktop_.environment()});
-    rig::waitForWindow(desktop_.x(), "another");
+        {.arguments = {"xterm", "-title", "another"}, .environment = desktop().environment()});
+    rig::waitForWindow(desktop().x(), "another");
     const auto terminals = [&] {
         std::vector<RunningApplication> found;
         for (const auto& each : workspace().runningApplications()) {
@@ -248,7 +268,7 @@ TEST_P(X11Windows, WindowsOfOneProgramInSeveralProcessesAreOneApplication) {
         return found;
     };
     ASSERT_TRUE(eventually(
-        services_, [&] { return services_->windowList().windows(WindowListScope::all).size(); },
+        *services_, [&] { return (*services_)->windowList().windows(WindowListScope::all).size(); },
         Eq(2U)));
     ASSERT_EQ(terminals().size(), 1U);
     EXPECT_EQ(terminals()[0].bundleId, "debian-xterm.desktop");
@@ -256,9 +276,9 @@ TEST_P(X11Windows, WindowsOfOneProgramInSeveralProcessesAreOneApplication) {
 }
 
 TEST_P(X11Windows, TheApplicationInFrontBearsTheIdentifierOfItsCounterpart) {
-    const rig::XtermApp terminal(desktop_.home(), desktop_.environment(), desktop_.x());
+    const rig::XtermApp terminal(desktop().home(), desktop().environment(), desktop().x());
     EXPECT_TRUE(eventually(
-        services_, [&] { return workspace().frontmostApplication()->bundleId; },
+        *services_, [&] { return workspace().frontmostApplication()->bundleId; },
         Optional(std::string("com.apple.Terminal"))));
     const auto path = workspace().applicationPath("com.apple.Terminal");
     ASSERT_TRUE(path);
@@ -270,24 +290,20 @@ TEST_P(X11Windows, TheFrontApplicationFollowsTheActiveWindow) {
     auto other = startApp();
     const auto first = one.open({.title = "one", .className = "One"});
     other.open({.title = "other", .className = "Other"});
-    // Both are the same program: only their processes differ, and they are one application.
     ASSERT_TRUE(eventually(
-        services_, [&] { return frontPid(); }, Optional(pidOf(one))));
-    rig::XtermApp terminal(desktop_.home(), desktop_.environment(), desktop_.x());
-    ASSERT_TRUE(eventually(
-        services_, [&] { return frontPid(); }, testing::Ne(std::optional(pidOf(one)))));
-    rig::focusWindow(desktop_.x(), first);
+        *services_, [&] { return frontPid(); }, Optional(pidOf(other))));
+    rig::focusWindow(desktop().x(), first);
     EXPECT_TRUE(eventually(
-        services_, [&] { return frontPid(); }, Optional(pidOf(one))));
+        *services_, [&] { return frontPid(); }, Optional(pidOf(one))));
 }
 
 TEST_P(X11Windows, ActivatingAnApplicationBringsItBackFromItsMinimisedState) {
     auto app = startApp();
     const auto id = app.open({});
-    const rig::XtermApp terminal(desktop_.home(), desktop_.environment(), desktop_.x());
+    const rig::XtermApp terminal(desktop().home(), desktop().environment(), desktop().x());
     ASSERT_TRUE(ax().setMinimized(axWindow(app, id), true));
     workspace().activate(pidOf(app), kActivateIgnoringOtherApps);
-    EXPECT_TRUE(eventually([&] { return rig::activeWindow(desktop_.x()); }, Optional(id)));
+    EXPECT_TRUE(eventually([&] { return rig::activeWindow(desktop().x()); }, Optional(id)));
 }
 
 TEST_P(X11Windows, TerminatingAnApplicationAsksEachOfItsWindowsToClose) {
@@ -306,9 +322,9 @@ TEST_P(X11Windows, AnApplicationThatEndedIsNoLongerListed) {
         axWindow(app, app.open({}));
     }
     EXPECT_TRUE(eventually(
-        services_, [&] { return workspace().runningApplications().size(); }, Eq(0U)));
+        *services_, [&] { return workspace().runningApplications().size(); }, Eq(0U)));
     EXPECT_TRUE(eventually(
-        services_, [&] { return frontPid(); }, Eq(std::nullopt)));
+        *services_, [&] { return frontPid(); }, Eq(std::nullopt)));
 }
 
 }  // namespace

@@ -54,13 +54,19 @@ TEST(GroupWindows, TwoApplicationsOfOneProcessHaveHandlesOfTheirOwn) {
     EXPECT_EQ(groups[1].process, 10);
 }
 
-TEST(GroupWindows, WithoutADesktopFileTheProgramIsTheApplication) {
-    const auto groups =
-        grouped({window(1, 10, "Tool", "tool"), window(2, 11, "Tool", "tool"), window(3, 12, "X")});
+TEST(GroupWindows, WithoutADesktopFileWindowsOfOneClassAreTheApplication) {
+    const auto groups = grouped({window(1, 10, "Tool", "python-tool"),
+                                 window(2, 11, "Tool", "python-tool"), window(3, 12, "X")});
     ASSERT_THAT(groups, SizeIs(2));
     EXPECT_EQ(groups[0].bundleId, "tool");
     EXPECT_EQ(groups[0].name, "Tool");
     EXPECT_TRUE(groups[0].path.empty());
+}
+
+TEST(GroupWindows, WithoutAClassWindowsOfOneProgramAreTheApplication) {
+    const auto groups = grouped({window(1, 10, "", "tool"), window(2, 11, "", "tool")});
+    ASSERT_THAT(groups, SizeIs(1));
+    EXPECT_EQ(groups[0].bundleId, "tool");
 }
 
 TEST(GroupWindows, AWindowThatTellsNothingIsAnApplicationOfItsOwn) {
