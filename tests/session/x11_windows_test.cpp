@@ -29,12 +29,12 @@ protected:
     static void TearDownTestSuite() { desktops.clear(); }
 
     X11Windows() {
-        auto& desktop = desktops[GetParam()];
-        if (desktop == nullptr) {
-            desktop = std::make_unique<rig::EmbeddedDesktop>(
+        auto& own = desktops[GetParam()];
+        if (own == nullptr) {
+            own = std::make_unique<rig::EmbeddedDesktop>(
                 rig::EmbeddedDesktop::Options{.size = {}, .windowManager = GetParam()});
         }
-        desktop_ = desktop.get();
+        desktop_ = own.get();
         EXPECT_TRUE(eventually([this] { return rig::managedWindows(desktop().x()); }, IsEmpty()));
         services_.emplace(*desktop_);
     }
