@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace orvel::test {
 namespace {
@@ -303,19 +304,27 @@ TEST_F(RigTest, TheTouchpadIsKnownAsOne) {
 
 TEST(EmbeddedDesktopTest, LeavesNothingRunningAndNothingOnDisk) {
     std::filesystem::path home;
-    std::vector<int> processes;
     {
         rig::EmbeddedDesktop desktop;
         KeyProbe probe(desktop.environment(), desktop.x());
         rig::XtermApp terminal(desktop.home(), desktop.environment(), desktop.x());
         home = desktop.home().path();
-        processes = rig::processesOf(desktop.home());
+        EXPECT_THAT(rig::processesOf(home), testing::SizeIs(testing::Ge(5)));
     }
-    EXPECT_THAT(processes, testing::SizeIs(testing::Ge(5)));
-    for (const int process : processes) {
-        EXPECT_TRUE(eventually([&] { return kill(process, 0); }, Eq(-1))) << process;
-    }
+    EXPECT_TRUE(eventually([&] { return rig::processesOf(home); }, IsEmpty()));
     EXPECT_FALSE(std::filesystem::exists(home));
+}
+
+TEST(ScratchHomeTest, EndsWithWhoeverStillLivesInIt) {
+    std::optional<rig::ScratchHome> home(std::in_place);
+    const rig::Environment environment = home->environment();
+    // Leaves its process group, and its parent ends at once.
+    rig::runTool({"sh", "-c", "setsid --fork tail -f /dev/null >/dev/null 2>&1"}, environment);
+    const std::filesystem::path path = home->path();
+    EXPECT_TRUE(eventually([&] { return rig::processesOf(path); }, testing::SizeIs(1)));
+    home.reset();
+    EXPECT_THAT(rig::processesOf(path), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST(EmbeddedDesktopTest, SeveralRunSideBySide) {

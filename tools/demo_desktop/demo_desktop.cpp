@@ -18,7 +18,9 @@ constexpr const char* kPasteKey =
 }  // namespace
 
 DemoDesktop::DemoDesktop()
-    : bus_(desktop_.environment(), rig::SessionBus::Accessibility::on),
+    : desktop_({.size = {},
+                .windowManager = rig::WindowManager::Kind::openbox,
+                .accessibility = rig::SessionBus::Accessibility::on}),
       editor_(startEditor()),
       editorWindow_(rig::waitForWindow(desktop_.x(), "l3afpad")),
       terminal_(startTerminal()),

@@ -3,7 +3,6 @@
 #include "tools/rig/child_process.hpp"
 #include "tools/rig/embedded_desktop.hpp"
 #include "tools/rig/picture.hpp"
-#include "tools/rig/session_bus.hpp"
 
 #include <filesystem>
 #include <memory>
@@ -22,7 +21,7 @@ public:
     [[nodiscard]] rig::Keyboard& secondKeyboard() { return desktop_.server().secondKeyboard(); }
     [[nodiscard]] rig::Pointer& mouse() { return desktop_.mouse(); }
     [[nodiscard]] rig::ScreenState& state() { return desktop_.state(); }
-    [[nodiscard]] const rig::Environment& environment() const { return bus_.environment(); }
+    [[nodiscard]] const rig::Environment& environment() const { return desktop_.environment(); }
 
     /// Moves the mouse into the window and clicks.
     void clickEditor() { click(editorWindow_); }
@@ -44,7 +43,6 @@ private:
     void click(rig::WindowId window);
 
     rig::EmbeddedDesktop desktop_;
-    rig::SessionBus bus_;
     std::unique_ptr<rig::ChildProcess> editor_;
     rig::WindowId editorWindow_;
     std::unique_ptr<rig::ChildProcess> terminal_;

@@ -198,8 +198,10 @@ std::string runTool(const std::vector<std::string>& arguments, const Environment
     ChildProcess tool({.arguments = arguments, .environment = environment});
     tool.closeInput();
     const std::optional<ExitStatus> status = tool.waitForExit();
-    tool.out().waitForEnd();
-    tool.err().waitForEnd();
+    // Whoever the tool left behind may keep its pipes open; what it said itself is there by then.
+    constexpr std::chrono::milliseconds kGrace{500};
+    tool.out().waitForEnd(kGrace);
+    tool.err().waitForEnd(kGrace);
     if (!status || !status->success()) {
         throw RigError(arguments.front() + (status ? " failed: " : " did not end: ") +
                        tool.err().text() + tool.out().text());

@@ -12,7 +12,7 @@ constexpr unsigned long kBackground = 0x2f5d62;
 EmbeddedDesktop::EmbeddedDesktop(const Options& options)
     : server_(home_, options.size),
       state_(server_.x()),
-      bus_(server_.environment(), SessionBus::Accessibility::off),
+      bus_(server_.environment(), options.accessibility),
       windowManager_(options.windowManager, bus_.environment(), server_.x()) {
     XSetWindowBackground(x().get(), x().root(), kBackground);
     XClearWindow(x().get(), x().root());

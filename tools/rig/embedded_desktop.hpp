@@ -18,6 +18,7 @@ public:
     struct Options {
         ScreenSize size;
         WindowManager::Kind windowManager = WindowManager::Kind::openbox;
+        SessionBus::Accessibility accessibility = SessionBus::Accessibility::off;
     };
 
     EmbeddedDesktop() : EmbeddedDesktop(Options()) {}

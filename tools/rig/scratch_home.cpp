@@ -1,5 +1,6 @@
 #include "tools/rig/scratch_home.hpp"
 
+#include "tools/rig/poll_until.hpp"
 #include "tools/rig/rig_error.hpp"
 
 #include <algorithm>
@@ -7,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <signal.h>
 #include <string>
 
 namespace orvel::rig {
@@ -35,6 +37,14 @@ bool isZombie(const fs::path& entry) {
     return afterName != std::string::npos && stat.compare(afterName, 3, ") Z") == 0;
 }
 
+// True when there was nobody to kill.
+bool killedAll(const std::vector<int>& processes) {
+    for (const int process : processes) {
+        kill(process, SIGKILL);
+    }
+    return processes.empty();
+}
+
 }  // namespace
 
 ScratchHome::ScratchHome() {
@@ -50,6 +60,8 @@ ScratchHome::ScratchHome() {
 }
 
 ScratchHome::~ScratchHome() {
+    // A process may start another while it is being looked for.
+    pollUntil([this] { return killedAll(processesOf(path_)); });
     std::error_code ignored;
     fs::remove_all(path_, ignored);
 }
@@ -79,8 +91,8 @@ std::vector<fs::path> ScratchHome::filesContaining(std::string_view bytes) const
     return found;
 }
 
-std::vector<int> processesOf(const ScratchHome& home) {
-    const std::string entryInEnvironment = std::string("\0HOME=", 6) + home.path().string() + '\0';
+std::vector<int> processesOf(const fs::path& home) {
+    const std::string entryInEnvironment = std::string("\0HOME=", 6) + home.string() + '\0';
     std::vector<int> found;
     for (const auto& entry : fs::directory_iterator("/proc")) {
         const std::optional<int> id = processId(entry.path());

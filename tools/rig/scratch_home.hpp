@@ -8,7 +8,8 @@
 
 namespace orvel::rig {
 
-/// A home folder with its XDG folders, empty at first and gone at the end.
+/// A home folder with its XDG folders, empty at first and gone at the end, together with every
+/// process that still lives in it then: desktop services start others that nobody ends.
 class ScratchHome {
 public:
     ScratchHome();
@@ -35,6 +36,6 @@ private:
 
 /// The processes that run with this home, by id; whoever left their group included. They know
 /// it by their environment, so a process that cleared its own escapes.
-std::vector<int> processesOf(const ScratchHome& home);
+std::vector<int> processesOf(const std::filesystem::path& home);
 
 }  // namespace orvel::rig
