@@ -8,7 +8,9 @@ void SessionTest::TearDown() {
     using testing::IsEmpty;
     EXPECT_TRUE(eventually([] { return state().keysDown(); }, IsEmpty()));
     EXPECT_TRUE(eventually([] { return state().buttonsDown(); }, IsEmpty()));
-    EXPECT_FALSE(state().capsLock());
+    EXPECT_TRUE(eventually([] { return state().capsLock(); }, false));
+    // A test that failed shall not make the next ones fail.
+    state().releaseEverything();
 }
 
 }  // namespace orvel::test

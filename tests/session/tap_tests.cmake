@@ -8,7 +8,7 @@ target_compile_definitions(orvel_tap_session PRIVATE ORVEL_TAP_HOST="$<TARGET_FI
 target_link_libraries(orvel_tap_session PUBLIC orvel_session_test PRIVATE orvel::x11_libraries)
 add_dependencies(orvel_tap_session orvel-tap-host)
 
-foreach(test tap_keys_test tap_pointer_test tap_death_test)
+foreach(test tap_keys_test tap_layouts_test tap_surroundings_test tap_pointer_test tap_death_test)
     orvel_test(${test}
         SOURCES ${test}.cpp
         LIBS orvel_tap_session orvel_session_test

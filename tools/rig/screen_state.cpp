@@ -4,6 +4,7 @@
 
 #include <X11/XKBlib.h>
 #include <X11/extensions/XInput.h>
+#include <X11/extensions/XTest.h>
 #include <X11/extensions/scrnsaver.h>
 
 #include <array>
@@ -104,6 +105,14 @@ int ScreenState::layoutGroup() const { return keyboardState(x_).group; }
 
 void ScreenState::lockLayoutGroup(int group) {
     XkbLockGroup(x_.get(), XkbUseCoreKbd, static_cast<unsigned>(group));
+    x_.sync();
+}
+
+void ScreenState::releaseEverything() {
+    for (const PhysicalKey key : keysDown()) {
+        XTestFakeKeyEvent(x_.get(), static_cast<unsigned>(key.code), False, CurrentTime);
+    }
+    XkbLockModifiers(x_.get(), XkbUseCoreKbd, kShift | kCapsLock | kControl | kAlt | kNumLock, 0);
     x_.sync();
 }
 

@@ -36,6 +36,9 @@ public:
     int layoutGroup() const;
     void lockLayoutGroup(int group);
 
+    /// Releases every key and lock that is still on for applications.
+    void releaseEverything();
+
     ScreenPoint pointer() const;
     /// Puts the pointer there without any device having moved.
     void warpPointer(ScreenPoint to);

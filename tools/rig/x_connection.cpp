@@ -80,4 +80,14 @@ int XConnection::deviceId(const std::string& name) const {
     throw RigError("the server has no device " + name);
 }
 
+ServerGrab::ServerGrab(XConnection& x) : x_(x) {
+    XGrabServer(x_.get());
+    x_.sync();
+}
+
+ServerGrab::~ServerGrab() {
+    XUngrabServer(x_.get());
+    x_.sync();
+}
+
 }  // namespace orvel::rig

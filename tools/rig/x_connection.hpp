@@ -45,4 +45,16 @@ private:
     _XDisplay* display_;
 };
 
+/// Keeps the server from everybody else while it lives. Input goes on meanwhile.
+class ServerGrab {
+public:
+    explicit ServerGrab(XConnection& x);
+    ~ServerGrab();
+    ServerGrab(const ServerGrab&) = delete;
+    ServerGrab& operator=(const ServerGrab&) = delete;
+
+private:
+    XConnection& x_;
+};
+
 }  // namespace orvel::rig
