@@ -83,4 +83,10 @@ void InputHub::flush() {
     if (session_.isAlive()) XFlush(session_.display());
 }
 
+void InputHub::wakeIfPending() {
+    const bool isPending =
+        session_.isAlive() && XEventsQueued(session_.display(), QueuedAlready) > 0;
+    if (isPending && wake_) wake_();
+}
+
 }  // namespace orvel::x11

@@ -5,7 +5,9 @@
 #include "platform/x11/posted_keys.hpp"
 #include "platform/x11/x11_session.hpp"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace orvel::x11 {
 
@@ -33,6 +35,11 @@ public:
     void sendMotion(int dx, int dy);
     /// Hands what was sent to the server.
     void flush();
+    /// `wake` makes the session's events be handled soon. It is called when an answer of the server
+    /// brought events along, since the file descriptor stays quiet about those.
+    void onPending(std::function<void()> wake) { wake_ = std::move(wake); }
+    /// To be called after requests that waited for an answer.
+    void wakeIfPending();
 
 private:
     void sendKey(XKeycode key, bool down);
@@ -40,6 +47,7 @@ private:
 
     X11Session& session_;
     std::string fnKey_;
+    std::function<void()> wake_;
     KeyMap map_;
     HidState state_;
     OutputLedger ledger_;

@@ -23,7 +23,7 @@ X11EventPath::X11EventPath(qt::QtRunLoop& runLoop, GuardProcess guard,
       session_(std::move(session)),
       hub_(*session_),
       tap_(hub_),
-      poster_(hub_, runLoop, [this] { tap_.processEvents(); }),
+      poster_(hub_, runLoop),
       capsLock_(hub_) {
     session_->onLost([this] {
         watch_.reset();
@@ -31,7 +31,8 @@ X11EventPath::X11EventPath(qt::QtRunLoop& runLoop, GuardProcess guard,
             if (serverGone_) serverGone_();
         });
     });
-    watch_ = runLoop.watchReadable(session_->fileDescriptor(), [this] { tap_.processEvents(); });
+    hub_.onPending([this] { runLoop_.post([this] { handleInput(); }); });
+    watch_ = runLoop.watchReadable(session_->fileDescriptor(), [this] { handleInput(); });
     heartbeat_ = runLoop.every(kHeartbeatInterval, "guard", [this] { beat(); });
 }
 
@@ -39,6 +40,11 @@ X11EventPath::~X11EventPath() {
     heartbeat_.reset();
     watch_.reset();
     tap_.stop();
+}
+
+void X11EventPath::handleInput() {
+    if (beforeInput_) beforeInput_();
+    tap_.processEvents();
 }
 
 void X11EventPath::beat() {

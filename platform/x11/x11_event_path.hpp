@@ -29,14 +29,18 @@ public:
     [[nodiscard]] X11EventPoster& poster() { return poster_; }
     [[nodiscard]] X11CapsLock& capsLock() { return capsLock_; }
 
+    /// Called before the events of each wake-up, to bring everything else up to date.
+    void beforeInput(std::function<void()> called) { beforeInput_ = std::move(called); }
     /// Called once when the server is gone.
     void onServerGone(std::function<void()> told) { serverGone_ = std::move(told); }
 
 private:
     X11EventPath(qt::QtRunLoop& runLoop, GuardProcess guard, std::unique_ptr<X11Session> session);
+    void handleInput();
     void beat();
 
     qt::QtRunLoop& runLoop_;
+    std::function<void()> beforeInput_;
     std::function<void()> serverGone_;
     std::string display_;
     std::unique_ptr<GuardProcess> guard_;

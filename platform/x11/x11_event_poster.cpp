@@ -1,11 +1,6 @@
 #include "platform/x11/x11_event_poster.hpp"
 
-#include <utility>
-
 namespace orvel::x11 {
-
-X11EventPoster::X11EventPoster(InputHub& hub, RunLoop& runLoop, Task posted)
-    : hub_(hub), runLoop_(runLoop), posted_(std::move(posted)) {}
 
 bool X11EventPoster::postKeys(EventSourceState /*source*/, std::span<const PostedKey> keys) {
     return post(keys);
@@ -23,7 +18,7 @@ bool X11EventPoster::post(std::span<const Key> keys) {
     }
     const bool isPosted = hub_.posted().post(keys);
     hub_.flush();
-    if (posted_) runLoop_.post(posted_);
+    hub_.wakeIfPending();
     return isPosted;
 }
 

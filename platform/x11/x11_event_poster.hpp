@@ -14,8 +14,7 @@ namespace orvel::x11 {
 /// main queue; whether its keys exist is not known then, and true is returned.
 class X11EventPoster final : public EventPoster {
 public:
-    /// `posted` is called after each batch, so that answers that came meanwhile are handled.
-    X11EventPoster(InputHub& hub, RunLoop& runLoop, Task posted);
+    X11EventPoster(InputHub& hub, RunLoop& runLoop) : hub_(hub), runLoop_(runLoop) {}
 
     bool postKeys(EventSourceState source, std::span<const PostedKey> keys) override;
     bool postMediaKeys(std::span<const PostedMediaKey> keys) override;
@@ -26,7 +25,6 @@ private:
 
     InputHub& hub_;
     RunLoop& runLoop_;
-    Task posted_;
     std::thread::id mainThread_ = std::this_thread::get_id();
 };
 

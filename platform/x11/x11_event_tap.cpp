@@ -6,6 +6,7 @@
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace orvel::x11 {
@@ -14,10 +15,11 @@ X11EventTap::X11EventTap(InputHub& hub) : hub_(hub), keyboards_(hub), pointers_(
 
 X11EventTap::~X11EventTap() { stop(); }
 
-bool X11EventTap::create(const EventTapRequest& /*request*/, EventHandler handler) {
+bool X11EventTap::create(const EventTapRequest& request, EventHandler handler) {
     if (exists_ || !claimTap()) return false;
     exists_ = true;
     masters_ = findMasters(hub_.session());
+    mask_ = request.mask;
     handler_ = std::move(handler);
     selectChanges();
     if (!takeDevices()) stop();
@@ -26,8 +28,27 @@ bool X11EventTap::create(const EventTapRequest& /*request*/, EventHandler handle
 
 void X11EventTap::enable() {
     if (!exists_) return;
-    hub_.setHandler(handler_);
+    hub_.setHandler([this](Event& event) {
+        return (mask_ & maskOf(event.type)) == 0 ? EventVerdict::pass : handler_(event);
+    });
     isEnabled_ = true;
+    if (!holdsDevices()) {
+        giveDevicesBack();
+        static_cast<void>(takeDevices());
+    }
+    hub_.wakeIfPending();
+}
+
+bool X11EventTap::isEnabled() const { return exists_ && isEnabled_ && holdsDevices(); }
+
+/// The server shows a device that somebody has taken as floating.
+bool X11EventTap::holdsDevices() const {
+    if (isGivenBack_ || !hub_.session().isAlive()) return true;
+    const auto devices = listDevices(hub_.session(), masters_);
+    hub_.wakeIfPending();
+    return std::none_of(devices.begin(), devices.end(), [this](const InputDevice& device) {
+        return keyboards_.holds(device.id) && !device.isFloating;
+    });
 }
 
 void X11EventTap::stop() {
@@ -87,6 +108,7 @@ void X11EventTap::setWheelGrab(bool on) {
         }
     }
     hub_.flush();
+    hub_.wakeIfPending();
 }
 
 void X11EventTap::selectChanges() {

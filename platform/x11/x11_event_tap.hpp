@@ -19,12 +19,13 @@ public:
     X11EventTap(const X11EventTap&) = delete;
     X11EventTap& operator=(const X11EventTap&) = delete;
 
-    /// Refused while another client holds a keyboard, a side button, or a tap of this kind. The
-    /// request's details have no counterpart here: there is one tap, before everything else.
+    /// Refused while another client holds a keyboard, a side button, or a tap of this kind. Of the
+    /// request only the mask has a counterpart: there is one tap, before everything else.
     [[nodiscard]] bool create(const EventTapRequest& request, EventHandler handler) override;
     void enable() override;
     [[nodiscard]] bool exists() const override { return exists_; }
-    [[nodiscard]] bool isEnabled() const override { return isEnabled_; }
+    /// False also when a keyboard has slipped away, which a key combination of the server does.
+    [[nodiscard]] bool isEnabled() const override;
 
     /// Handles everything that arrived. To be called when the session's file descriptor is
     /// readable, and after requests that wait for an answer on this session.
@@ -55,10 +56,13 @@ private:
     void handleKeyboardChange(const void* event);
     void strikePanicChord();
 
+    [[nodiscard]] bool holdsDevices() const;
+
     InputHub& hub_;
     KeyboardGrabs keyboards_;
     PointerGrabs pointers_;
     MasterDevices masters_;
+    EventMask mask_ = 0;
     EventHandler handler_;
     PanicChord chord_;
     std::function<void(bool)> panicTold_;

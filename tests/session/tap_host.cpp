@@ -148,7 +148,8 @@ int main(int argc, char** argv) {
         std::puts(isGivenBack ? "given back" : "taken again");
         std::fflush(stdout);
     });
-    if (!path.value()->tap().create({}, [&](Event& event) { return host.handle(event); })) {
+    if (!path.value()->tap().create({.mask = 0x6405C00},
+                                    [&](Event& event) { return host.handle(event); })) {
         return fail("the tap was refused");
     }
     path.value()->tap().enable();
