@@ -3,6 +3,7 @@
 #include "platform/x11/key_places.hpp"
 
 #include <X11/keysym.h>
+#include <xkbcommon/xkbcommon.h>
 
 #include <algorithm>
 
@@ -18,8 +19,12 @@ std::optional<KeyCode> codeOfPlace(std::string_view name) {
     return place->code;
 }
 
+std::uint32_t symbolNamed(const std::string& name) {
+    return xkb_keysym_from_name(name.c_str(), XKB_KEYSYM_CASE_INSENSITIVE);
+}
+
 bool has(const XKeyDescription& key, std::uint32_t symbol) {
-    return !key.symbols.empty() && key.symbols.front() == symbol;
+    return symbol != 0 && !key.symbols.empty() && key.symbols.front() == symbol;
 }
 
 /// Caps Lock and Control are often exchanged in the keymap; these two follow their symbol.
@@ -54,12 +59,17 @@ std::optional<XModifier> modifierOfSymbol(std::uint32_t symbol) {
 
 }  // namespace
 
-KeyMap::KeyMap(const std::vector<XKeyDescription>& keys, std::string_view fnKey) {
+bool isKeyName(const std::string& name) {
+    return codeOfPlace(name).has_value() || symbolNamed(name) != XKB_KEY_NoSymbol;
+}
+
+KeyMap::KeyMap(const std::vector<XKeyDescription>& keys, const std::string& fnKey) {
+    const std::uint32_t fnSymbol = symbolNamed(fnKey);
     for (std::size_t keycode = 0; keycode < codes_.size(); ++keycode) {
         codes_[keycode] = kForeignKeyBase + static_cast<KeyCode>(keycode);
     }
     for (const XKeyDescription& key : keys) {
-        const bool isFn = !fnKey.empty() && key.name == fnKey;
+        const bool isFn = !fnKey.empty() && (key.name == fnKey || has(key, fnSymbol));
         codes_[key.keycode] = isFn ? key::fn : codeOf(key);
         if (!isFn) addModifier(key);
         if (!key.symbols.empty() && key.symbols.front() != 0) {

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -36,8 +35,8 @@ struct XKeyDescription {
 class KeyMap {
 public:
     KeyMap() = default;
-    /// `fnKey` names the place of the key that acts as Fn; empty for none.
-    explicit KeyMap(const std::vector<XKeyDescription>& keys, std::string_view fnKey = {});
+    /// `fnKey` names the key that acts as Fn by its place or symbol; empty for none.
+    explicit KeyMap(const std::vector<XKeyDescription>& keys, const std::string& fnKey = {});
 
     /// The key's code by its place.
     [[nodiscard]] KeyCode keyCodeOf(XKeycode keycode) const { return codes_[keycode]; }
@@ -67,6 +66,9 @@ private:
     std::vector<std::pair<std::uint32_t, XKeycode>> symbols_;
     XKeycode neutral_ = 0;
 };
+
+/// Whether `name` is the place of a key or the name of a symbol.
+[[nodiscard]] bool isKeyName(const std::string& name);
 
 /// True for the keys whose changes are flags-changed events.
 [[nodiscard]] bool isModifierKey(KeyCode code);

@@ -1,6 +1,7 @@
 #include "platform/x11/trace_file.hpp"
 
-#include <cstdlib>
+#include "platform/x11/xdg_folders.hpp"
+
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
@@ -52,14 +53,6 @@ void TraceFile::rotate() {
     open();
 }
 
-std::filesystem::path TraceFile::defaultPath() {
-    const char* state = std::getenv("XDG_STATE_HOME");
-    const char* home = std::getenv("HOME");
-    const std::filesystem::path base =
-        state != nullptr && *state == '/'
-            ? std::filesystem::path(state)
-            : std::filesystem::path(home == nullptr ? "/" : home) / ".local/state";
-    return base / "orvel" / "trace.log";
-}
+std::filesystem::path TraceFile::defaultPath() { return stateFolder() + "/orvel/trace.log"; }
 
 }  // namespace orvel::x11

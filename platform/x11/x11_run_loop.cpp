@@ -1,7 +1,13 @@
 #include "platform/x11/x11_run_loop.hpp"
 
+#include <QCoreApplication>
+
 namespace orvel::x11 {
 
-std::unique_ptr<qt::QtRunLoop> makeRunLoop() { return std::make_unique<qt::QtRunLoop>(); }
+X11RunLoop::X11RunLoop(int& argc, char** argv)
+    : application_(std::make_unique<QCoreApplication>(argc, argv)),
+      loop_(std::make_unique<qt::QtRunLoop>()) {}
+
+X11RunLoop::~X11RunLoop() = default;
 
 }  // namespace orvel::x11

@@ -4,9 +4,24 @@
 
 #include <memory>
 
+class QCoreApplication;
+
 namespace orvel::x11 {
 
-/// The run loop of an X11 session: Qt's, since Qt's windows live in it.
-[[nodiscard]] std::unique_ptr<qt::QtRunLoop> makeRunLoop();
+/// The run loop of an X11 session: Qt's, since Qt's windows live in it. One per process, made on
+/// the main thread; `argc` and `argv` stay valid while it lives.
+class X11RunLoop {
+public:
+    X11RunLoop(int& argc, char** argv);
+    ~X11RunLoop();
+    X11RunLoop(const X11RunLoop&) = delete;
+    X11RunLoop& operator=(const X11RunLoop&) = delete;
+
+    [[nodiscard]] qt::QtRunLoop& get() { return *loop_; }
+
+private:
+    std::unique_ptr<QCoreApplication> application_;
+    std::unique_ptr<qt::QtRunLoop> loop_;
+};
 
 }  // namespace orvel::x11

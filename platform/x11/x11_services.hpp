@@ -44,6 +44,8 @@ public:
     X11Services(const X11Services&) = delete;
     X11Services& operator=(const X11Services&) = delete;
 
+    /// The connection that they share, for those who ask short questions beside them.
+    ServiceConnection& server() { return *server_; }
     X11Screens& screens() { return screens_; }
     X11AccessibilityWindows& accessibilityWindows() { return accessibilityWindows_; }
     X11Launcher& launcher() { return launcher_; }

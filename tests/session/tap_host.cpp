@@ -8,8 +8,6 @@
 #include "platform/x11/x11_event_path.hpp"
 #include "platform/x11/x11_run_loop.hpp"
 
-#include <QCoreApplication>
-
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -137,13 +135,13 @@ std::string joined(int argc, char** argv) {
 int main(int argc, char** argv) {
     auto guard = x11::GuardProcess::start();
     if (!guard) return fail(guard.error());
-    QCoreApplication application(argc, argv);
-    const auto loop = x11::makeRunLoop();
-    auto path = x11::X11EventPath::open(*loop, std::move(guard).value());
+    x11::X11RunLoop runLoop(argc, argv);
+    qt::QtRunLoop& loop = runLoop.get();
+    auto path = x11::X11EventPath::open(loop, std::move(guard).value());
     if (!path) return fail(path.error());
-    Host host(*path.value(), *loop);
+    Host host(*path.value(), loop);
     host.take(std::istringstream(joined(argc, argv)));
-    path.value()->onServerGone([&] { loop->quit(3); });
+    path.value()->onServerGone([&] { loop.quit(3); });
     path.value()->tap().onPanicChord([](bool isGivenBack) {
         std::puts(isGivenBack ? "given back" : "taken again");
         std::fflush(stdout);
@@ -154,8 +152,8 @@ int main(int argc, char** argv) {
     }
     path.value()->tap().enable();
     path.value()->tap().processEvents();
-    const auto input = loop->watchReadable(STDIN_FILENO, [&] { host.obeyInput(); });
+    const auto input = loop.watchReadable(STDIN_FILENO, [&] { host.obeyInput(); });
     std::puts("READY");
     std::fflush(stdout);
-    return loop->run();
+    return loop.run();
 }

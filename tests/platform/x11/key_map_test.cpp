@@ -1,8 +1,10 @@
 #include "platform/x11/key_map.hpp"
 
+#include "platform/x11/fn_key.hpp"
 #include "platform/x11/key_places.hpp"
 #include "tests/platform/x11/pc_keyboard.hpp"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -94,6 +96,27 @@ TEST(KeyMap, TheNamedKeyActsAsFnAndHoldsNoModifier) {
     const KeyMap map(pcKeys(), "RALT");
     EXPECT_EQ(map.keyCodeOf(pc::rightAlt), key::fn);
     EXPECT_EQ(map.modifierOf(pc::rightAlt), std::nullopt);
+}
+
+TEST(KeyMap, TheFnKeyMayBeNamedByItsSymbol) {
+    EXPECT_EQ(KeyMap(pcKeys(), "Menu").keyCodeOf(pc::menu), key::fn);
+    EXPECT_EQ(KeyMap(pcKeys(), "menu").keyCodeOf(pc::menu), key::fn);
+    EXPECT_EQ(KeyMap(pcKeys(), "Scroll_Lock").keyCodeOf(pc::menu), key::contextMenu);
+}
+
+TEST(FnKey, IsReadFromTheUsersTable) {
+    const FnKey fn = readFnKey(parsePlatformTable("p.conf", "[keys]\nfn = Menu\n"));
+    EXPECT_EQ(fn.name, "Menu");
+    EXPECT_TRUE(fn.errors.empty());
+    EXPECT_EQ(readFnKey(parsePlatformTable("p.conf", "")).name, "");
+}
+
+TEST(FnKey, WrongLinesAreNamedWithFileAndLine) {
+    const FnKey fn =
+        readFnKey(parsePlatformTable("p.conf", "[keys]\nhyper = Menu\nfn = NoSuchKey\n"));
+    EXPECT_EQ(fn.name, "");
+    EXPECT_THAT(fn.errors, testing::ElementsAre(testing::StartsWith("p.conf:2: "),
+                                                testing::StartsWith("p.conf:3: no key is called")));
 }
 
 TEST(KeyMap, TheNeutralKeyHasNoSymbol) { EXPECT_EQ(KeyMap(pcKeys()).neutralKey(), pc::blank); }

@@ -1,0 +1,97 @@
+#include "app/session/resident.hpp"
+
+#include "app/application.hpp"
+#include "app/session/session_desktop.hpp"
+#include "app/session/session_environment.hpp"
+#include "app/session/session_lock.hpp"
+#include "app/session/termination_signals.hpp"
+#include "platform/x11/x11_run_loop.hpp"
+#include "platform/x11/xdg_folders.hpp"
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace orvel::session {
+
+namespace {
+
+int fail(const std::string& message, int status = kFailed) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "orvel: %s\n", message.c_str());
+    return status;
+}
+
+/// Keeps the tap in step with the settings and with the panic chord.
+class Resident {
+public:
+    Resident(qt::QtRunLoop& runLoop, SessionDesktop& desktop)
+        : runLoop_(runLoop), desktop_(desktop), application_(desktop.ports()) {
+        desktop.onServerGone([this] { runLoop_.quit(kServerGone); });
+        desktop.onSettingsChange([this] { followSettings(); });
+        desktop.tap().onPanicChord([this](bool isGivenBack) { pause(isGivenBack); });
+    }
+
+    int run() {
+        TerminationSignals signals(runLoop_, [this] { runLoop_.quit(); });
+        application_.delegate().applicationDidFinishLaunching();
+        followSettings();
+        const int status = runLoop_.run();
+        if (status != kServerGone) application_.delegate().applicationWillTerminate();
+        desktop_.tap().stop();
+        return status;
+    }
+
+private:
+    void followSettings() {
+        desktop_.tap().setWheelGrab(
+            application_.preferences().boolForKey(PreferenceKey::cardScroll));
+    }
+    void pause(bool isGivenBack) {
+        if (isGivenBack) wasPaused_ = application_.engine().isPaused();
+        application_.engine().setPaused(isGivenBack || wasPaused_);
+        desktop_.ports().log.line(isGivenBack
+                                      ? "🆘 紧急组合键：键盘与鼠标已归还，引擎已暂停 (再按一次恢复)"
+                                      : "✅ 紧急组合键：引擎已恢复运转");
+    }
+
+    qt::QtRunLoop& runLoop_;
+    SessionDesktop& desktop_;
+    Application application_;
+    bool wasPaused_ = false;
+};
+
+int runWithLock(int& argc, char** argv, const SessionOptions& options) {
+    // Before anything opens a display or starts a thread.
+    auto guard = x11::GuardProcess::start();
+    if (!guard) return fail(guard.error());
+    x11::X11RunLoop runLoop(argc, argv);
+    auto desktop = SessionDesktop::open(runLoop.get(), std::move(guard).value(), options);
+    if (!desktop) return fail(desktop.error());
+    Resident resident(runLoop.get(), *desktop.value());
+    const int status = resident.run();
+    return status == kServerGone ? fail("the X server is gone", kServerGone) : status;
+}
+
+}  // namespace
+
+int runResident(int& argc, char** argv, const SessionOptions& options) {
+    const SessionEnvironment environment = readEnvironment();
+    if (environment.isWayland()) {
+        return fail(
+            "this is a Wayland session, where no program may see or change the keys of "
+            "others; log in to an X11 (Xorg) session to use Orvel");
+    }
+    if (environment.display.empty()) return fail("no X display: DISPLAY is not set");
+    int holder = 0;
+    const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, holder);
+    if (!lock && holder != 0) {
+        return fail("already running in this session (process " + std::to_string(holder) + ")");
+    }
+    if (!lock) return fail("cannot lock this session in '" + x11::runtimeFolder() + "'");
+    return runWithLock(argc, argv, options);
+}
+
+}  // namespace orvel::session

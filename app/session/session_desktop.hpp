@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/session/session_options.hpp"
+#include "platform/desktop.hpp"
+#include "platform/memory/memory_desktop.hpp"
+#include "platform/qt/qt_run_loop.hpp"
+#include "platform/x11/secret_input.hpp"
+#include "platform/x11/x11_event_path.hpp"
+#include "platform/x11/x11_input_state.hpp"
+#include "platform/x11/x11_log.hpp"
+#include "platform/x11/x11_preference_store.hpp"
+#include "platform/x11/x11_services.hpp"
+
+#include <functional>
+#include <memory>
+
+namespace orvel::session {
+
+/// The desktop of this X11 session, with everything that its services share. Main thread.
+class SessionDesktop {
+public:
+    /// Fails when the session lacks what the program cannot do without.
+    static Result<std::unique_ptr<SessionDesktop>> open(qt::QtRunLoop& runLoop,
+                                                        x11::GuardProcess guard,
+                                                        const SessionOptions& options);
+
+    [[nodiscard]] Desktop& ports() { return ports_; }
+    [[nodiscard]] x11::X11EventTap& tap() { return input_->tap(); }
+    [[nodiscard]] x11::SecretInput& secretInput() { return secretInput_; }
+    [[nodiscard]] x11::X11PreferenceStore& preferenceStore() { return preferences_; }
+
+    /// Called once when the X server is gone.
+    void onServerGone(std::function<void()> told);
+    /// Called after another process changed the settings.
+    void onSettingsChange(std::function<void()> told) { settingsChanged_ = std::move(told); }
+
+private:
+    SessionDesktop(qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11EventPath> input,
+                   std::unique_ptr<x11::X11Services> services, const SessionOptions& options);
+    void catchUp();
+
+    qt::QtRunLoop& runLoop_;
+    x11::X11Log log_;
+    x11::X11PreferenceStore preferences_;
+    std::unique_ptr<x11::X11EventPath> input_;
+    std::unique_ptr<x11::X11Services> services_;
+    x11::X11InputState inputState_;
+    x11::SecretInput secretInput_;
+    std::function<void()> settingsChanged_;
+    std::unique_ptr<qt::ReadableWatch> settingsWatch_;
+    /// Stands in for the services that this back end does not offer yet.
+    memory::MemoryDesktop absent_;
+    Desktop ports_;
+};
+
+}  // namespace orvel::session

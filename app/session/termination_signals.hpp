@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/qt/qt_run_loop.hpp"
+
+#include <memory>
+
+namespace orvel::session {
+
+/// Turns the signals that ask a process to end into a task on the run loop, and lets those pass
+/// that a resident process must survive: a closed output, a stop key of its terminal. Programs
+/// started from here have the usual handling again.
+class TerminationSignals {
+public:
+    TerminationSignals(qt::QtRunLoop& runLoop, Task asked);
+    ~TerminationSignals();
+    TerminationSignals(const TerminationSignals&) = delete;
+    TerminationSignals& operator=(const TerminationSignals&) = delete;
+
+private:
+    Task asked_;
+    int pipe_[2] = {-1, -1};
+    std::unique_ptr<qt::ReadableWatch> watch_;
+};
+
+}  // namespace orvel::session

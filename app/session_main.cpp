@@ -1,0 +1,40 @@
+#include "app/session/resident.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+using orvel::session::SessionOptions;
+
+void addRunOptions(CLI::App& command, SessionOptions& options) {
+    command.add_flag("--trace", options.isTracing,
+                     "Keep a debug trace of rewritten keys in $XDG_STATE_HOME/orvel/trace.log");
+    command.add_flag("--dry-run-power", options.isDryRunPower,
+                     "Report power actions without carrying them out");
+}
+
+bool isTraceWanted() {
+    const char* wanted = std::getenv("ORVEL_TRACE");
+    return wanted != nullptr && std::string_view(wanted) == "1";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app{"Orvel in a desktop session"};
+    app.name("orvel");
+    app.require_subcommand(1);
+    SessionOptions options;
+    options.isTracing = isTraceWanted();
+    auto* run = app.add_subcommand("run", "Start in this desktop session and stay");
+    addRunOptions(*run, options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : orvel::session::kWrongUse;
+    }
+    return orvel::session::runResident(argc, argv, options);
+}
