@@ -5,10 +5,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <csignal>
 #include <fstream>
 #include <iterator>
 #include <optional>
-#include <signal.h>
 #include <string>
 
 namespace orvel::rig {
