@@ -13,24 +13,32 @@ Result<std::unique_ptr<SessionDesktop>> SessionDesktop::open(qt::QtRunLoop& runL
     auto input = x11::X11EventPath::open(runLoop, std::move(guard));
     if (!input) return Failure{input.error()};
     const x11::PlatformTable table = x11::loadPlatformTable();
-    auto services = x11::X11Services::open(runLoop, {.display = {}, .table = table});
+    auto log = std::make_unique<x11::X11Log>();
+    x11::ServiceOptions wanted;
+    wanted.table = table;
+    wanted.isPowerDryRun = options.isDryRunPower;
+    wanted.say = [&line = *log](std::string_view text) { line.line(text); };
+    auto services = x11::X11Services::open(runLoop, wanted);
     if (!services) return Failure{services.error()};
-    std::unique_ptr<SessionDesktop> desktop(new SessionDesktop(
-        runLoop, std::move(input).value(), std::move(services).value(), options));
+    auto desktop =
+        std::make_unique<SessionDesktop>(Key(), runLoop, std::move(log), std::move(input).value(),
+                                         std::move(services).value(), options);
     const x11::FnKey fn = x11::readFnKey(table);
     desktop->input_->hub().setFnKey(fn.name);
     for (const auto& errors : {desktop->services_->tableErrors(), fn.errors}) {
-        for (const std::string& error : errors) desktop->log_.line("⚠️ " + error);
+        for (const std::string& error : errors) desktop->log_->line("⚠️ " + error);
     }
     return desktop;
 }
 
-SessionDesktop::SessionDesktop(qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11EventPath> input,
+SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
+                               std::unique_ptr<x11::X11Log> log,
+                               std::unique_ptr<x11::X11EventPath> input,
                                std::unique_ptr<x11::X11Services> services,
                                const SessionOptions& options)
-    : runLoop_(runLoop),
+    : log_(std::move(log)),
       preferences_(x11::preferencesPath(),
-                   [this](std::string_view problem) { log_.line(std::string(problem)); }),
+                   [this](std::string_view problem) { log_->line(std::string(problem)); }),
       input_(std::move(input)),
       services_(std::move(services)),
       inputState_(input_->hub(), services_->server(), services_->screens()),
@@ -46,8 +54,8 @@ SessionDesktop::SessionDesktop(qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11E
              .haptics = absent_.haptics,
              .inputSources = absent_.inputSources,
              .inputState = inputState_,
-             .launcher = absent_.launcher,
-             .log = log_,
+             .launcher = services_->launcher(),
+             .log = *log_,
              .loginItems = absent_.loginItems,
              .nativeMenus = absent_.nativeMenus,
              .notifications = absent_.notifications,
@@ -56,15 +64,16 @@ SessionDesktop::SessionDesktop(qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11E
              .preferenceStore = preferences_,
              .runLoop = runLoop,
              .screens = services_->screens(),
-             .scriptRunner = absent_.scriptRunner,
+             .scriptRunner = services_->scriptRunner(),
              .statusBar = absent_.statusBar,
-             .taskRunner = absent_.taskRunner,
+             .taskRunner = services_->taskRunner(),
              .textCaret = absent_.textCaret,
              .windowImages = absent_.windowImages,
              .windowList = services_->windowList(),
              .workspace = services_->workspace()} {
     if (options.isTracing) {
-        log_.startTracing(x11::TraceFile::defaultPath(), [this] { return secretInput_.isTyped(); });
+        log_->startTracing(x11::TraceFile::defaultPath(),
+                           [this] { return secretInput_.isTyped(); });
     }
     input_->beforeInput([this] { catchUp(); });
     settingsWatch_ = runLoop.watchReadable(preferences_.changesFd(), [this] { catchUp(); });

@@ -18,6 +18,9 @@ namespace orvel::session {
 
 /// The desktop of this X11 session, with everything that its services share. Main thread.
 class SessionDesktop {
+    /// Only `open` can make one.
+    struct Key {};
+
 public:
     /// Fails when the session lacks what the program cannot do without.
     static Result<std::unique_ptr<SessionDesktop>> open(qt::QtRunLoop& runLoop,
@@ -34,13 +37,14 @@ public:
     /// Called after another process changed the settings.
     void onSettingsChange(std::function<void()> told) { settingsChanged_ = std::move(told); }
 
-private:
-    SessionDesktop(qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11EventPath> input,
+    SessionDesktop(Key key, qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11Log> log,
+                   std::unique_ptr<x11::X11EventPath> input,
                    std::unique_ptr<x11::X11Services> services, const SessionOptions& options);
+
+private:
     void catchUp();
 
-    qt::QtRunLoop& runLoop_;
-    x11::X11Log log_;
+    std::unique_ptr<x11::X11Log> log_;
     x11::X11PreferenceStore preferences_;
     std::unique_ptr<x11::X11EventPath> input_;
     std::unique_ptr<x11::X11Services> services_;
