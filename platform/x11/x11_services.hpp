@@ -28,10 +28,10 @@ struct ServiceOptions {
     std::string display;
     PlatformTable table;
     /// Where the helper programs lie; empty: beside this program.
-    std::filesystem::path helperFolder;
+    std::filesystem::path helperFolder{};
     /// Locking, sleep and their like are said through `say` instead of done.
     bool isPowerDryRun = false;
-    std::function<void(std::string_view)> say;
+    std::function<void(std::string_view)> say{};
 };
 
 /// The services of an X11 session that need no key events: built together, since they share one
