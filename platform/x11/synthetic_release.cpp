@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <poll.h>
+#include <set>
 #include <utility>
 
 namespace orvel::x11 {
@@ -55,6 +56,26 @@ void SyntheticRelease::releaseEverything() {
     if (!waitForTapToEnd()) return;
     releaseKeys();
     releaseButtons();
+    releaseOrphans();
+}
+
+/// Keys that are down for applications although no keyboard holds them: their release reached the
+/// dead process and nobody else.
+void SyntheticRelease::releaseOrphans() {
+    std::set<unsigned char> held;
+    for (const InputDevice& device : listDevices(*session_, masters_)) {
+        if (!device.hasKeys) continue;
+        for (const unsigned char key : heldKeys(*session_, device.id)) held.insert(key);
+    }
+    char keymap[32];
+    XQueryKeymap(session_->display(), keymap);
+    for (unsigned key = 8; key < 256; ++key) {
+        const bool isDown = (keymap[key / 8] >> (key % 8) & 1) != 0;
+        if (isDown && !held.contains(static_cast<unsigned char>(key))) {
+            XTestFakeKeyEvent(session_->display(), key, False, 0);
+        }
+    }
+    XSync(session_->display(), False);
 }
 
 void SyntheticRelease::releaseKeys() {

@@ -21,6 +21,7 @@ private:
 
     void releaseKeys();
     void releaseButtons();
+    void releaseOrphans();
     [[nodiscard]] bool waitForTapToEnd();
 
     std::unique_ptr<X11Session> session_;

@@ -61,6 +61,17 @@ TEST_F(TapDeathTest, KilledAtAnyPointItLeavesNoKeyStuckAndTheKeyboardWorks) {
     }
 }
 
+TEST_F(TapDeathTest, AKeyHeldSinceBeforeTheStartComesUpWhenItsReleaseDiesWithTheTap) {
+    KeyProbe probe = startProbe();
+    keyboard().press("Shift_L");
+    TapHost tap = startTap();
+    tap.process().signal(SIGSTOP);
+    keyboard().release("Shift_L");
+    tap.process().signal(SIGKILL);
+    EXPECT_TRUE(eventually([] { return state().keysDown(); }, IsEmpty()));
+    expectPlainTyping(probe);
+}
+
 TEST_F(TapDeathTest, StoppedItIsEndedAndTheKeyboardIsBackWithinThreeSeconds) {
     KeyProbe probe = startProbe();
     TapHost tap = startTap(kRules);
