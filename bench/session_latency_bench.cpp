@@ -4,6 +4,7 @@
 
 #include "tools/rig/embedded_desktop.hpp"
 #include "tools/rig/key_probe.hpp"
+#include "tools/rig/orvel_program.hpp"
 #include "tools/rig/rig_error.hpp"
 
 #include <algorithm>
@@ -21,8 +22,6 @@ namespace {
 constexpr int kRounds = 10;
 constexpr int kKeysPerRound = 400;
 constexpr int kKeysToWarmUp = 50;
-// The line that ends the start of the program.
-constexpr const char* kStarted = "引擎工作状态已设为";
 
 std::int64_t nowUs() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -73,37 +72,23 @@ void printRow(const std::string& name, std::int64_t median, std::int64_t p99) {
               << std::setw(10) << p99 << '\n';
 }
 
-class OrvelProgram {
-public:
-    OrvelProgram(const std::string& program, const rig::Environment& environment)
-        : process_({.arguments = {program, "run"}, .environment = environment}) {
-        if (!process_.out().waitForText(kStarted)) {
-            throw rig::RigError(program + " run does not start: " + process_.out().text() +
-                                process_.err().text());
-        }
-    }
-    ~OrvelProgram() { process_.stop(); }
-    OrvelProgram(const OrvelProgram&) = delete;
-    OrvelProgram& operator=(const OrvelProgram&) = delete;
-
-private:
-    rig::ChildProcess process_;
-};
-
 void run(const std::string& program) {
     rig::EmbeddedDesktop desktop;
     rig::KeyProbe probe(desktop.environment(), desktop.x());
-    for (const char* card : {"card_modifier", "card_eject", "card_snap", "card_finder",
-                             "card_syscmd", "card_tab", "card_fn", "card_shift"}) {
-        rig::runTool({program, "prefs", "set", card, "true"}, desktop.environment());
+    rig::Settings settings = rig::usualMapping();
+    for (const char* card : {"card_eject", "card_snap", "card_finder", "card_syscmd", "card_tab",
+                             "card_fn", "card_shift", "card_fkeys", "card_win_advanced"}) {
+        settings[card] = true;
     }
+    rig::writeSettings(desktop.environment(), settings);
     Times without;
     Times with;
     // In turns, so that a slow moment of the machine does not count for one side only.
     for (int round = 0; round < kRounds; ++round) {
         addRound(without, desktop, probe);
-        const OrvelProgram orvel(program, desktop.environment());
+        rig::OrvelProgram orvel(program, desktop.environment());
         addRound(with, desktop, probe);
+        orvel.stop();
     }
 
     std::cout << "from the device to the application, " << with.size()

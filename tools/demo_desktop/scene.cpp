@@ -1,10 +1,10 @@
 #include "tools/demo_desktop/scene.hpp"
 
+#include "tools/rig/orvel_program.hpp"
 #include "tools/rig/poll_until.hpp"
 #include "tools/rig/rig_error.hpp"
 
 #include <fstream>
-#include <initializer_list>
 #include <iterator>
 #include <ostream>
 #include <utility>
@@ -12,11 +12,6 @@
 namespace orvel::demo {
 
 namespace {
-
-// The line that ends the start of the program.
-constexpr const char* kStarted = "引擎工作状态已设为";
-
-using Settings = std::initializer_list<std::pair<const char*, const char*>>;
 
 std::string contentOf(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
@@ -50,21 +45,8 @@ private:
     }
 
     void start() {
-        const Settings usual{{"card_modifier", "true"},
-                             {"map_ctrl", "Cmd"},
-                             {"map_cmd", "Win"},
-                             {"map_option", "Alt"}};
-        for (const auto& [key, value] : usual) {
-            rig::runTool({program_, "prefs", "set", key, value}, desktop_.environment());
-        }
-        orvel_ =
-            std::make_unique<rig::ChildProcess>(rig::Command{.arguments = {program_, "run"},
-                                                             .environment = desktop_.environment(),
-                                                             .folder = desktop_.folder()});
-        if (!orvel_->out().waitForText(kStarted)) {
-            throw rig::RigError(program_ + " run does not start: " + orvel_->out().text() +
-                                orvel_->err().text());
-        }
+        rig::writeSettings(desktop_.environment(), rig::usualMapping());
+        orvel_ = std::make_unique<rig::OrvelProgram>(program_, desktop_.environment());
         out_ << "orvel runs, with the Control key as Command and the Super key as Win\n";
     }
 
@@ -140,7 +122,7 @@ private:
     DemoDesktop& desktop_;
     std::string program_;
     std::ostream& out_;
-    std::unique_ptr<rig::ChildProcess> orvel_;
+    std::unique_ptr<rig::OrvelProgram> orvel_;
     bool well_ = true;
 };
 
