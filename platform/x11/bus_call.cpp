@@ -74,6 +74,15 @@ std::string remoteMessage(GError* error) {
 
 }  // namespace
 
+void outliveBuses() {
+    for (const auto bus : {G_BUS_TYPE_SESSION, G_BUS_TYPE_SYSTEM}) {
+        if (bus == G_BUS_TYPE_SESSION && !hasSessionBus()) continue;
+        auto* shared = g_bus_get_sync(bus, nullptr, nullptr);
+        // The reference is kept for good: a connection made anew would have the habit again.
+        if (shared != nullptr) g_dbus_connection_set_exit_on_close(shared, FALSE);
+    }
+}
+
 Result<BusConnection> BusConnection::open(Bus bus, std::chrono::milliseconds limit) {
     if (bus == Bus::session && !hasSessionBus()) return Failure{"this session has no message bus"};
     GError* problem = nullptr;

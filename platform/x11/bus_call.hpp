@@ -13,6 +13,10 @@ enum class Bus { system, session };
 /// How long a bus and the one who is called may take together.
 inline constexpr std::chrono::milliseconds kBusLimit{2000};
 
+/// The library ends the program when a bus goes away that it uses for itself. From here on it does
+/// not. May wait for the bus.
+void outliveBuses();
+
 /// One connection to a message bus. It is not the library's shared one, so that a bus that goes
 /// away ends nothing but the calls that are under way. One thread.
 class BusConnection {

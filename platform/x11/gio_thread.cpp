@@ -1,5 +1,7 @@
 #include "platform/x11/gio_thread.hpp"
 
+#include "platform/x11/bus_call.hpp"
+
 #include <future>
 #include <gio/gio.h>
 #include <thread>
@@ -27,6 +29,7 @@ void deleteWork(gpointer work) { delete static_cast<std::function<void()>*>(work
 GioThread::GioThread() : impl_(std::make_unique<Impl>()) {
     impl_->thread = std::thread([impl = impl_.get()] {
         g_main_context_push_thread_default(impl->context);
+        outliveBuses();
         g_main_loop_run(impl->loop);
         g_main_context_pop_thread_default(impl->context);
     });

@@ -25,8 +25,8 @@ namespace orvel::x11 {
 
 struct ServiceOptions {
     /// Empty: the display that the environment names.
-    std::string display;
-    PlatformTable table;
+    std::string display{};
+    PlatformTable table{};
     /// Where the helper programs lie; empty: beside this program.
     std::filesystem::path helperFolder{};
     /// Locking, sleep and their like are said through `say` instead of done.
@@ -53,6 +53,8 @@ public:
     X11TaskRunner& taskRunner() { return taskRunner_; }
     X11WindowList& windowList() { return windowList_; }
     X11Workspace& workspace() { return workspace_; }
+
+    [[nodiscard]] const ClientWindows& clients() const { return clients_; }
 
     /// Handles what the desktop told meanwhile, so that the next event meets what is true now.
     /// Costs one look at a socket when nothing came.
