@@ -104,13 +104,22 @@ test_packages=(
     dbus
     dbus-x11
     imagemagick
+    libglib2.0-bin
+    mousepad
+    pcmanfm
+    python3-dbusmock
+    thunar
     wmctrl
     x11-apps
     x11-utils
     xauth
+    xclip
     xdotool
+    xfce4-panel
+    xfconf
     xfwm4
     xinput
+    xsel
     xvfb
 
     # Fonts and icons
