@@ -14,3 +14,15 @@ foreach(test tap_keys_test tap_layouts_test tap_surroundings_test tap_pointer_te
         LIBS orvel_tap_session orvel_session_test
         LABELS session WHOLE)
 endforeach()
+
+# The program itself, as a user starts it.
+orvel_test(orvel_run_test
+    SOURCES orvel_run_test.cpp
+    LIBS orvel_tap_session orvel_session_test
+    LABELS session WHOLE)
+target_compile_definitions(orvel_run_test PRIVATE ORVEL_PROGRAM="$<TARGET_FILE:orvel>")
+add_dependencies(orvel_run_test orvel orvel-session)
+add_test(NAME demo_desktop
+    COMMAND demo-desktop --program $<TARGET_FILE:orvel>
+        --screenshot ${CMAKE_CURRENT_BINARY_DIR}/demo.png)
+set_tests_properties(demo_desktop PROPERTIES LABELS session TIMEOUT 180)
