@@ -90,8 +90,11 @@ test_packages=(
     clang-format
     clang-tidy-19
     desktop-file-utils
+    gobjc++
     libbenchmark-dev
+    libblocksruntime-dev
     libgmock-dev
+    libgnustep-base-dev
     libgtest-dev
     librsvg2-bin
     man-db
@@ -128,6 +131,9 @@ test_packages=(
     fonts-noto-core
     libgl1-mesa-dri
 )
+
+# Node.js from elsewhere brings npm along and refuses Debian's.
+command -v npm >/dev/null || test_packages+=(npm)
 
 case "${1:-all}" in
     all) packages=("${build_packages[@]}" "${test_packages[@]}") ;;

@@ -1,0 +1,82 @@
+#include "platform/native_menu.hpp"
+
+#include "platform/macos/mac_action_target.hpp"
+#include "platform/macos/mac_factories.hpp"
+#include "platform/macos/mac_panel_windows.hpp"
+#include "platform/macos/mac_status_button.hpp"
+#include "platform/macos/mac_text.hpp"
+
+#import <AppKit/AppKit.h>
+
+namespace orvel::macos {
+
+namespace {
+
+NSMenuItem* itemFrom(const MenuItem& item, NSInteger index, id target) {
+    if (item.isSeparator()) return [NSMenuItem separatorItem];
+    const auto title = cfString(item.title);
+    const auto key = cfString(item.keyEquivalent);
+    NSMenuItem* made = [[NSMenuItem alloc] initWithTitle:(__bridge NSString*)title.get()
+                                                  action:targetAction()
+                                           keyEquivalent:(__bridge NSString*)key.get()];
+    made.target = target;
+    made.tag = index;
+    made.state = item.isChecked ? NSControlStateValueOn : NSControlStateValueOff;
+    if (!item.symbol.empty()) {
+        const auto symbol = cfString(item.symbol);
+        made.image = [NSImage imageWithSystemSymbolName:(__bridge NSString*)symbol.get()
+                               accessibilityDescription:nil];
+    }
+    return made;
+}
+
+NSMenu* menuFrom(const NativeMenu& menu, id target) {
+    NSMenu* made = [[NSMenu alloc] initWithTitle:@""];
+    made.minimumWidth = menu.minimumWidth;
+    for (std::size_t i = 0; i < menu.items.size(); ++i) {
+        [made addItem:itemFrom(menu.items[i], static_cast<NSInteger>(i), target)];
+    }
+    return made;
+}
+
+/// Ports count from the bottom left; a view may count from its top.
+NSPoint inView(NSView* view, LocalPoint point) {
+    const CGFloat y = view.isFlipped ? view.bounds.size.height - point.y : point.y;
+    return NSMakePoint(point.x, y);
+}
+
+class MacNativeMenus final : public NativeMenus {
+public:
+    explicit MacNativeMenus(const StatusButton& button) : button_(button) {}
+
+    void popUp(NativeMenu menu, MenuPlace place, std::function<void(std::size_t)> chosen) override {
+        @autoreleasepool {
+            NSView* view = viewOf(place);
+            if (view == nil) return;
+            std::optional<std::size_t> picked;
+            const CfRef<CFTypeRef> target = makeActionTarget([&](CFTypeRef sender) {
+                picked = static_cast<std::size_t>(((__bridge NSMenuItem*)sender).tag);
+            });
+            NSMenu* native = menuFrom(menu, (__bridge id)target.get());
+            // Returns when the menu is gone; timers and queues go on meanwhile.
+            [native popUpMenuPositioningItem:nil atLocation:inView(view, place.at) inView:view];
+            if (picked) chosen(*picked);
+        }
+    }
+
+private:
+    [[nodiscard]] NSView* viewOf(const MenuPlace& place) const {
+        if (!place.panel) return (__bridge NSView*)button_.view();
+        return ((__bridge NSWindow*)windowOfPanel(*place.panel)).contentView;
+    }
+
+    const StatusButton& button_;
+};
+
+}  // namespace
+
+std::unique_ptr<NativeMenus> makeNativeMenus(const StatusButton& button) {
+    return std::make_unique<MacNativeMenus>(button);
+}
+
+}  // namespace orvel::macos

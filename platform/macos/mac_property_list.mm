@@ -1,0 +1,74 @@
+#include "platform/macos/mac_property_list.hpp"
+
+#include "platform/base/base64.hpp"
+#include "platform/macos/mac_text.hpp"
+
+#import <Foundation/Foundation.h>
+
+namespace orvel::macos {
+
+namespace {
+
+Json jsonOf(id object);
+
+Json jsonOfNumber(CFTypeRef object) {
+    if (CFGetTypeID(object) == CFBooleanGetTypeID()) {
+        return Json(static_cast<bool>(CFBooleanGetValue(static_cast<CFBooleanRef>(object))));
+    }
+    const auto number = static_cast<CFNumberRef>(object);
+    if (CFNumberIsFloatType(number)) {
+        double value = 0;
+        CFNumberGetValue(number, kCFNumberDoubleType, &value);
+        return Json(value);
+    }
+    std::int64_t value = 0;
+    CFNumberGetValue(number, kCFNumberSInt64Type, &value);
+    return Json(value);
+}
+
+Json jsonOfArray(NSArray* array) {
+    JsonArray values;
+    for (id element in array) values.push_back(jsonOf(element));
+    return Json(std::move(values));
+}
+
+Json jsonOfDictionary(NSDictionary* dictionary) {
+    JsonObject members;
+    for (NSString* key in dictionary) {
+        members.emplace_back(utf8((__bridge CFStringRef)key),
+                             jsonOf([dictionary objectForKey:key]));
+    }
+    return Json(std::move(members));
+}
+
+Json jsonOfData(NSData* data) {
+    const auto* bytes = static_cast<const std::byte*>(data.bytes);
+    return Json(base64Encode({bytes, data.length}));
+}
+
+Json jsonOf(id object) {
+    if ([object isKindOfClass:[NSString class]]) return Json(utf8((__bridge CFStringRef)object));
+    if ([object isKindOfClass:[NSNumber class]]) return jsonOfNumber((__bridge CFTypeRef)object);
+    if ([object isKindOfClass:[NSArray class]]) return jsonOfArray(object);
+    if ([object isKindOfClass:[NSDictionary class]]) return jsonOfDictionary(object);
+    if ([object isKindOfClass:[NSData class]]) return jsonOfData(object);
+    NSString* text = [object description];
+    return Json(utf8((__bridge CFStringRef)text));
+}
+
+}  // namespace
+
+Result<Json> jsonOfPropertyList(std::span<const std::byte> bytes) {
+    @autoreleasepool {
+        NSData* data = [NSData dataWithBytes:bytes.data() length:bytes.size()];
+        NSError* error = nil;
+        id list = [NSPropertyListSerialization propertyListWithData:data
+                                                            options:NSPropertyListImmutable
+                                                             format:nullptr
+                                                              error:&error];
+        if (list == nil) return Failure{utf8((__bridge CFStringRef)error.localizedDescription)};
+        return jsonOf(list);
+    }
+}
+
+}  // namespace orvel::macos

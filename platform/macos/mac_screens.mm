@@ -1,0 +1,39 @@
+#include "platform/screens.hpp"
+
+#include "platform/macos/mac_factories.hpp"
+
+#import <AppKit/AppKit.h>
+
+namespace orvel::macos {
+
+namespace {
+
+/// The system counts screens from the bottom left, as the port does.
+ScreenRect screenRect(NSRect rect) {
+    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
+}
+
+Screen describe(NSScreen* screen) {
+    return {.frame = screenRect(screen.frame), .visibleFrame = screenRect(screen.visibleFrame)};
+}
+
+class MacScreens final : public Screens {
+public:
+    [[nodiscard]] std::vector<Screen> screens() const override {
+        @autoreleasepool {
+            std::vector<Screen> described;
+            NSScreen* main = NSScreen.mainScreen;
+            if (main != nil) described.push_back(describe(main));
+            for (NSScreen* screen in NSScreen.screens) {
+                if (screen != main) described.push_back(describe(screen));
+            }
+            return described;
+        }
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<Screens> makeScreens() { return std::make_unique<MacScreens>(); }
+
+}  // namespace orvel::macos

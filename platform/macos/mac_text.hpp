@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/macos/mac_cf_ref.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace orvel::macos {
+
+/// Never null: bytes that are not UTF-8 are read as Latin-1.
+CfRef<CFStringRef> cfString(std::string_view utf8);
+/// Empty for null.
+std::string utf8(CFStringRef text);
+/// Empty unless `object` is a string.
+std::string utf8OfObject(CFTypeRef object);
+
+}  // namespace orvel::macos

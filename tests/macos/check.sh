@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Checks the macOS back end on a machine that is no Mac. docs/macos.md says what that shows and
+# what it cannot show.
+#
+#   check.sh            every check, and the proof that each of them can fail
+#   check.sh --quick    the checks alone
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+
+out=$PWD/build/check-macos
+downloads=$out/downloads
+mkdir -p "$out"
+tests/macos/fetch.sh "$downloads"
+python3 tests/macos/tools/build_graph.py "$out" "$downloads"
+
+readonly checks=(declarations types_on_arm64 types_on_x86_64 analyzer link run_over_fakes)
+ninja -C "$out" -k 0 --quiet "${checks[@]/#/check_}" || {
+    echo "check-macos: FAILED; each failure above begins with the name of its check" >&2
+    exit 1
+}
+echo "declarations against public data:"
+python3 tests/macos/tools/check_declarations.py "$out/declarations/all.json" \
+    --headers "$PWD/tests/macos/decl" --npm "$downloads/npm/types" \
+    --fpc "$downloads/debian/usr/share/fpcsrc/3.2.2/packages" \
+    --allow tests/macos/declaration_allow_list.txt

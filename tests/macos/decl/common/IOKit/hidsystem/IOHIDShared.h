@@ -1,0 +1,5 @@
+#pragma once
+#include <IOKit/IOKitLib.h>
+
+#define kIOHIDSystemClass "IOHIDSystem"
+enum { kIOHIDParamConnectType = 1, kIOHIDCapsLockState = 1 };

@@ -1,0 +1,216 @@
+#include "fake_support.hpp"
+
+#include <deque>
+
+namespace fake {
+std::string nameOf(NSImage* image);
+NSEvent* makeClick(int type, std::uint64_t flags);
+void resetMonitors();
+}  // namespace fake
+
+namespace {
+
+using fake::world;
+
+NSMutableArray* windows;
+std::vector<const void*> closed;
+NSEvent* currentEvent;
+NSStatusItem* statusItem;
+
+constexpr CGFloat kButtonWidth = 30;
+constexpr CGFloat kButtonHeight = 25;
+
+}  // namespace
+
+@implementation NSResponder
+@end
+
+@implementation NSView
+@synthesize bounds = _bounds;
+- (NSWindow*)window {
+    return nil;
+}
+- (BOOL)isFlipped {
+    return NO;
+}
+- (NSRect)convertRect:(NSRect)rect toView:(NSView*)view {
+    return rect;
+}
+@end
+@implementation NSControl
+@synthesize target = _target, action = _action;
+- (NSInteger)sendActionOn:(NSEventMask)mask {
+    // Both buttons, when they are let go.
+    if (mask != (NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp)) {
+        [NSException raise:NSInvalidArgumentException format:@"other events than expected"];
+    }
+    return 0;
+}
+@end
+@implementation NSButton
+@synthesize image = _image;
+@end
+@implementation NSStatusBarButton
+- (BOOL)appearsDisabled {
+    return world().statusItemLooksPaused;
+}
+- (void)setAppearsDisabled:(BOOL)disabled {
+    world().statusItemLooksPaused = disabled;
+}
+- (void)setImage:(NSImage*)image {
+    world().statusItemImage = fake::nameOf(image);
+}
+- (NSWindow*)window {
+    static NSWindow* menuBar = [NSWindow new];
+    return menuBar;
+}
+- (NSRect)bounds {
+    return NSMakeRect(0, 0, kButtonWidth, kButtonHeight);
+}
+- (BOOL)isFlipped {
+    return YES;
+}
+@end
+@interface FakeStatusItem : NSStatusItem {
+@public
+    NSStatusBarButton* _made;
+}
+@end
+@implementation NSStatusItem
+- (NSStatusBarButton*)button {
+    return ((FakeStatusItem*)self)->_made;
+}
+@end
+@implementation FakeStatusItem
+@end
+@implementation NSStatusBar
++ (NSStatusBar*)systemStatusBar {
+    static NSStatusBar* bar = [NSStatusBar new];
+    return bar;
+}
+- (NSStatusItem*)statusItemWithLength:(CGFloat)length {
+    FakeStatusItem* item = [[FakeStatusItem new] autorelease];
+    item->_made = [NSStatusBarButton new];
+    statusItem = [item retain];
+    ++world().statusItems;
+    return item;
+}
+- (void)removeStatusItem:(NSStatusItem*)item {
+    --world().statusItems;
+    statusItem = nil;
+}
+@end
+
+@implementation NSWindow
+@synthesize identifier = _identifier;
+@synthesize contentView = _contentView;
+- (NSRect)convertRectToScreen:(NSRect)rect {
+    rect.origin.x += world().statusItemX;
+    rect.origin.y += world().statusItemY;
+    return rect;
+}
+- (void)close {
+    closed.push_back((const void*)self);
+    [windows removeObject:self];
+}
+@end
+@implementation NSPanel
+@end
+@interface NSStatusBarWindow : NSWindow
+@end
+@implementation NSStatusBarWindow
+@end
+
+@implementation NSApplication
+- (NSArray*)windows {
+    return [[windows copy] autorelease];
+}
+- (NSEvent*)currentEvent {
+    return currentEvent;
+}
+- (void)activateIgnoringOtherApps:(BOOL)ignores {
+    if (ignores) ++world().activations;
+}
+- (void)terminate:(id)sender {
+    ++world().terminations;
+}
+@end
+
+@implementation NSMenuItem
+@synthesize target = _target, tag = _tag, state = _state, image = _image;
++ (NSMenuItem*)separatorItem {
+    NSMenuItem* made = [[[NSMenuItem alloc] initWithTitle:nil action:nullptr
+                                            keyEquivalent:nil] autorelease];
+    return made;
+}
+- (instancetype)initWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)key {
+    self = [super init];
+    _itemTitle = [title retain];
+    _itemKey = [key retain];
+    _itemAction = action;
+    return self;
+}
+@end
+@implementation NSMenu
+@synthesize minimumWidth = _minimumWidth;
+- (instancetype)initWithTitle:(NSString*)title {
+    self = [super init];
+    _items = [NSMutableArray new];
+    return self;
+}
+- (void)addItem:(NSMenuItem*)item {
+    [_items addObject:item];
+}
+- (BOOL)popUpMenuPositioningItem:(NSMenuItem*)item
+                      atLocation:(NSPoint)location
+                          inView:(NSView*)view {
+    fake::PoppedMenu popped{.x = location.x,
+                            .y = location.y,
+                            .minimumWidth = self.minimumWidth,
+                            .view = (const void*)view};
+    for (NSMenuItem* shown in _items) {
+        popped.items.push_back({.title = fake::bytes(shown->_itemTitle),
+                                .key = fake::bytes(shown->_itemKey),
+                                .image = fake::nameOf(shown.image),
+                                .isSeparator = shown->_itemTitle == nil,
+                                .isChecked = shown.state == NSControlStateValueOn});
+    }
+    world().menus.push_back(popped);
+    if (world().chosenItem < 0) return NO;
+    NSMenuItem* chosen = [_items objectAtIndex:static_cast<NSUInteger>(world().chosenItem)];
+    [chosen.target performSelector:chosen->_itemAction withObject:chosen];
+    return YES;
+}
+@end
+
+namespace fake {
+
+void clickStatusItem(int type, std::uint64_t flags) {
+    @autoreleasepool {
+        currentEvent = makeClick(type, flags);
+        NSStatusBarButton* button = statusItem.button;
+        [button.target performSelector:button.action withObject:button];
+        currentEvent = nil;
+    }
+}
+
+const void* makeWindow(const std::string& className, bool isPanel) {
+    Class kind = isPanel ? [NSPanel class] : NSClassFromString(text(className));
+    NSWindow* window = [kind new];
+    window.contentView = [[NSView new] autorelease];
+    [windows addObject:window];
+    return (const void*)window;
+}
+std::vector<const void*> closedWindows() { return closed; }
+
+void resetInterface() {
+    if (windows == nil) windows = [NSMutableArray new];
+    [windows removeAllObjects];
+    closed.clear();
+    currentEvent = nil;
+    statusItem = nil;
+    resetMonitors();
+    if (NSApp == nil) NSApp = [NSApplication new];
+}
+
+}  // namespace fake

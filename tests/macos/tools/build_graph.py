@@ -1,0 +1,219 @@
+#!/usr/bin/env python3
+"""Writes the graph of the checks for ninja. Every rule is one named check."""
+
+import argparse
+import pathlib
+import re
+
+ROOT = pathlib.Path(__file__).resolve().parents[3]
+TESTS = ROOT / "tests/macos"
+DEPLOYMENT_TARGET = "13.4"
+FRAMEWORKS = ("AppKit", "Foundation", "CoreFoundation", "CoreGraphics", "ApplicationServices",
+              "Carbon", "CoreServices", "IOKit", "ServiceManagement", "ScreenCaptureKit")
+# Headers that nearly every source includes; read once for the checks that repeat a type check.
+COMMON_HEADERS = ("AppKit/AppKit.h", "chrono", "condition_variable", "filesystem", "functional",
+                  "map", "memory", "mutex", "optional", "span", "string", "string_view", "variant",
+                  "vector")
+
+
+def warnings():
+    """The project's own, as its other compilers get them."""
+    text = (ROOT / "cmake/OrvelWarnings.cmake").read_text(encoding="utf-8")
+    common = re.search(r"set\(flags(.*?)\)", text, re.S)[1]
+    clang = re.search(r"else\(\)\s*list\(APPEND flags(.*?)\)", text, re.S)[1]
+    return [*common.split(), *clang.split(), "-Wunguarded-availability"]
+
+
+class Graph:
+    def __init__(self, out, downloads):
+        self.out, self.downloads = out, downloads
+        self.lines = ["ninja_required_version = 1.10"]
+        self.targets = {}  # name of a check: what it makes
+
+    def rule(self, name, command, description, **more):
+        self.lines += [f"rule {name}", f"  command = {command}", f"  description = {description}"]
+        self.lines += [f"  {key} = {value}" for key, value in more.items()]
+
+    def build(self, outputs, rule, inputs, implicit=(), **variables):
+        needs = f" | {' '.join(map(str, implicit))}" if implicit else ""
+        self.lines.append(f"build {outputs}: {rule} {' '.join(map(str, inputs))}{needs}")
+        self.lines += [f"  {key} = {value}" for key, value in variables.items()]
+
+    def check(self, name, output):
+        self.targets.setdefault(name, []).append(output)
+
+    def text(self):
+        phonies = [f"build check_{name}: phony {' '.join(outputs)}"
+                   for name, outputs in self.targets.items()]
+        return "\n".join([*self.lines, *phonies, f"default {' '.join('check_' + name for name in self.targets)}", ""])
+
+
+def write_if_changed(path, text):
+    """A file that is written anew makes ninja build what depends on it."""
+    if not path.exists() or path.read_text(encoding="utf-8") != text:
+        path.write_text(text, encoding="utf-8")
+
+
+def flags_file(graph, name, flags):
+    """Keeps the flags in a file, so that a failure shows a command that can be read."""
+    write_if_changed(graph.out / f"flags.{name}", "\n".join(map(str, flags)) + "\n")
+    return f"clang++-19 @flags.{name}"
+
+
+def header_only_libraries(graph):
+    """A folder with the header-only libraries and nothing else of this machine."""
+    folder = graph.out / "libraries"
+    folder.mkdir(exist_ok=True)
+    link = folder / "rapidjson"
+    if not link.is_symlink():
+        link.symlink_to("/usr/include/rapidjson")
+    return folder
+
+
+def apple_compiler(graph, arch):
+    debian = graph.downloads / "debian/usr"
+    libcxx = debian / "lib/llvm-19/include/c++/v1"
+    includes = [graph.downloads / "libcxx", libcxx, TESTS / "shim/libc",
+                debian / "include/x86_64-linux-musl", TESTS / "decl/apple", TESTS / "decl/common",
+                header_only_libraries(graph)]
+    return flags_file(graph, arch, [
+        "-target", f"{arch}-apple-macos{DEPLOYMENT_TARGET}", "-std=c++20",
+        "-fobjc-arc", "-fblocks", "-D_GNU_SOURCE", "-include", TESTS / "shim/libc/apple_pre.h",
+        "-nostdlibinc", "-nostdinc++", *(f"-isystem {i}" for i in includes), f"-I{ROOT}",
+        *warnings()])
+
+
+def fake_compiler(graph):
+    includes = [TESTS / "fakes/include", TESTS / "decl/common", ROOT, "/usr/include/GNUstep"]
+    return flags_file(graph, "fakes", [
+        "-std=c++20", "-fobjc-runtime=gcc", "-fblocks", "-fexceptions",
+        "-fobjc-exceptions", "-D_NATIVE_OBJC_EXCEPTIONS", "-DGNUSTEP", "-DGNUSTEP_BASE_LIBRARY=1",
+        "-DGNU_RUNTIME=1", "-fconstant-string-class=NSConstantString",
+        "-fsanitize=address,undefined", "-fno-sanitize-recover=all", "-fno-omit-frame-pointer",
+        "-gline-tables-only", "-O0", "-Wno-everything", *(f"-I{i}" for i in includes),
+        "-idirafter", "/usr/lib/gcc/x86_64-linux-gnu/12/include"])
+
+
+def object_name(source):
+    return str(source.relative_to(ROOT)).replace("/", ".") + ".o"
+
+
+def add_rules(graph):
+    for arch in ("arm64", "x86_64"):
+        compiler = apple_compiler(graph, arch)
+        depends = {"deps": "gcc", "depfile": "$out.d"}
+        graph.rule(f"compile_{arch}", f"{compiler} -MMD -MF $out.d -c $in -o $out",
+                   f"type check ({arch}): $in", **depends)
+        graph.rule(f"prefix_{arch}",
+                   f"{compiler} -MMD -MF $out.d -x objective-c++-header $in -o $out",
+                   f"common headers ({arch})", **depends)
+        graph.rule(f"types_{arch}",
+                   f"{compiler} -include-pch $prefix -MMD -MF $out.d -MT $out -fsyntax-only $in && touch $out",
+                   f"type check ({arch}): $in", **depends)
+        graph.rule(f"analyze_{arch}",
+                   f"{compiler} -include-pch $prefix --analyze -Xclang -analyzer-output=text "
+                   "-Xclang -analyzer-werror $in && touch $out", f"analyzer: $in")
+        graph.rule(f"ast_{arch}",
+                   f"{compiler} -MMD -MF $out.d -MT $out -fsyntax-only -Xclang -ast-dump=json $in >$out",
+                   "reading the declarations", **depends)
+    fakes = fake_compiler(graph)
+    graph.rule("fake_prefix", f"{fakes} -MMD -MF $out.d -x objective-c++-header $in -o $out",
+               "common headers (fakes)", deps="gcc", depfile="$out.d")
+    graph.rule("fake", f"{fakes} $options -MMD -MF $out.d -c $in -o $out", "for the fakes: $in",
+               deps="gcc", depfile="$out.d")
+    graph.rule("fake_link",
+               "clang++-19 -fsanitize=address,undefined @$out.objects -o $out -fuse-ld=lld-19 "
+               "-L/usr/lib/gcc/x86_64-linux-gnu/12 -lBlocksRuntime -lgnustep-base -lobjc "
+               "-lgmock_main -lgmock -lgtest -lpthread", "link over fakes",
+               rspfile="$out.objects", rspfile_content="$in")
+    graph.rule("fake_run", f"{TESTS}/tools/run_over_fakes.sh $in $out", "run over fakes")
+    graph.rule("declarations", "python3 $tool $in $data && touch $out", "$what")
+    graph.rule("stubs", "python3 $in $arguments && touch $out", "stubs for the linker")
+    graph.rule("link", "ld64.lld-19 -dylib -arch arm64 -platform_version macos "
+               f"{DEPLOYMENT_TARGET} 15.0 -syslibroot stubs -o $out @$out.objects "
+               + " ".join(f"-framework {f}" for f in FRAMEWORKS) + " -lobjc -lc++ -lSystem",
+               "link: $out", rspfile="$out.objects", rspfile_content="$in")
+
+
+def add_declarations(graph):
+    graph.build("declarations/all.json", "ast_arm64", [TESTS / "decl/all.mm"])
+    tools = sorted((TESTS / "tools").glob("*.py"))
+    data = (f"--headers {TESTS}/decl --npm {graph.downloads}/npm/types "
+            f"--fpc {graph.downloads}/debian/usr/share/fpcsrc/3.2.2/packages "
+            f"--allow {TESTS}/declaration_allow_list.txt")
+    tool = TESTS / "tools/check_declarations.py"
+    graph.build("declarations/public_data.ok", "declarations", ["declarations/all.json"],
+                [*tools, TESTS / "declaration_allow_list.txt"], tool=tool, data=data,
+                what="declarations against public data")
+    graph.check("declarations", "declarations/public_data.ok")
+    graph.build("declarations/mistakes.ok", "declarations", ["declarations/all.json"], tools, tool=tool,
+                data=data + " --self-test", what="mistakes seeded into the declarations")
+    graph.check("declarations", "declarations/mistakes.ok")
+
+
+def add_apple_builds(graph, sources):
+    prefix = graph.out / "prefix.hpp"
+    write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in COMMON_HEADERS))
+    for arch in ("arm64", "x86_64"):
+        graph.build(f"{arch}.pch", f"prefix_{arch}", [prefix])
+    objects = []
+    for source in sources:
+        name = object_name(source)
+        graph.build(f"types_on_arm64/{name}", "compile_arm64", [source])
+        graph.check("types_on_arm64", f"types_on_arm64/{name}")
+        objects.append(f"types_on_arm64/{name}")
+        if source.suffix != ".mm":
+            continue
+        graph.build(f"types_on_x86_64/{name}", "types_x86_64", [source], ["x86_64.pch"], prefix="x86_64.pch")
+        graph.check("types_on_x86_64", f"types_on_x86_64/{name}")
+        # After the type check, so that a mistake is reported once and in its own words.
+        graph.build(f"analyzer/{name}", "analyze_arm64", [source],
+                    ["arm64.pch", f"types_on_arm64/{name}"],
+                    prefix="arm64.pch")
+        graph.check("analyzer", f"analyzer/{name}")
+    stubs = TESTS / "tools/link_stubs.py"
+    graph.build("stubs.ok", "stubs", [stubs],
+                arguments=f"{graph.downloads}/npm/types {graph.downloads}/debian stubs")
+    graph.build("link/libmacos.dylib", "link", objects, ["stubs.ok"])
+    graph.check("link", "link/libmacos.dylib")
+
+
+def add_fakes(graph, sources):
+    prefix = graph.out / "fake_prefix.hpp"
+    headers = ("gmock/gmock.h", *COMMON_HEADERS)
+    write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in headers))
+    graph.build("fakes.pch", "fake_prefix", [prefix])
+    objects = []
+    own = [*(TESTS / "fakes").glob("*.mm"), *(TESTS / "fakes").glob("*.cpp"),
+           *(TESTS / "run").glob("*.mm")]
+    for source in [*sources, *sorted(own)]:
+        name = f"run_over_fakes/{object_name(source)}"
+        if source.suffix == ".mm":
+            graph.build(name, "fake", [source], ["fakes.pch"], options="-include-pch fakes.pch")
+        else:
+            graph.build(name, "fake", [source], options="-x c++")
+        objects.append(name)
+    graph.build("run_over_fakes/program", "fake_link", objects)
+    graph.build("run_over_fakes/report.xml", "fake_run", ["run_over_fakes/program"])
+    graph.check("run_over_fakes", "run_over_fakes/report.xml")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("out", type=pathlib.Path)
+    parser.add_argument("downloads", type=pathlib.Path)
+    options = parser.parse_args()
+
+    graph = Graph(options.out.resolve(), options.downloads.resolve())
+    back_end = sorted([*(ROOT / "platform/macos").glob("*.mm"),
+                       *(ROOT / "platform/macos").glob("*.cpp")])
+    shared = sorted([*(ROOT / "platform").glob("*.cpp"), *(ROOT / "platform/base").glob("*.cpp")])
+    add_rules(graph)
+    add_declarations(graph)
+    add_apple_builds(graph, back_end + shared)
+    add_fakes(graph, back_end + shared)
+    (graph.out / "build.ninja").write_text(graph.text(), encoding="utf-8")
+
+
+if __name__ == "__main__":
+    main()
