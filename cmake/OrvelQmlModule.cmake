@@ -23,7 +23,10 @@ function(orvel_qml_module name)
         IMPORTS QtQuick
         SOURCES ${sources}
         QML_FILES ${qml})
-    orvel_defaults(${name})
+    # Generated code does not meet our warnings, so only what we wrote gets them.
+    orvel_warning_flags(flags)
+    set_property(SOURCE ${sources} APPEND PROPERTY COMPILE_OPTIONS ${flags})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
     # The generated registrations include our headers by bare name.
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC Qt6::Quick ${ARG_DEPENDS})

@@ -1,5 +1,5 @@
 # Warnings for our own code. They are errors: a warning that may stay is one that nobody reads.
-function(orvel_warnings target)
+function(orvel_warning_flags out)
     set(flags
         -Wall -Wextra -Wpedantic -Werror
         -Wshadow -Wconversion -Wno-sign-conversion
@@ -16,5 +16,10 @@ function(orvel_warnings target)
         # libstdc++ 12's std::stable_sort uses what it deprecates itself.
         list(APPEND flags -Wno-deprecated-declarations)
     endif()
+    set(${out} ${flags} PARENT_SCOPE)
+endfunction()
+
+function(orvel_warnings target)
+    orvel_warning_flags(flags)
     target_compile_options(${target} PRIVATE ${flags})
 endfunction()

@@ -30,8 +30,7 @@ protected:
 
 TEST_F(QtRunLoopTest, RunsPostedTasksInOrder) {
     std::vector<int> order;
-    for (int i = 0; i < 3; ++i)
-        loop.post([&order, i] { order.push_back(i); });
+    for (int i = 0; i < 3; ++i) loop.post([&order, i] { order.push_back(i); });
     loop.post([this] { loop.quit(); });
     run();
     EXPECT_EQ(order, (std::vector{0, 1, 2}));
@@ -89,8 +88,7 @@ TEST_F(QtRunLoopTest, RunsBackgroundWorkOnAnotherThread) {
 TEST_F(QtRunLoopTest, BlockedBackgroundWorkDoesNotHoldUpTheNext) {
     std::atomic<bool> isReleased = false;
     loop.background([&] {
-        while (!isReleased)
-            std::this_thread::yield();
+        while (!isReleased) std::this_thread::yield();
     });
     loop.background([&] { loop.quit(); });
     run();
