@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/application.hpp"
+#include "platform/memory/memory_desktop.hpp"
+#include "settings_ui/view/settings_view_model.hpp"
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+#include <QtQml/qqmlregistration.h>
+
+namespace orvel::test {
+
+/// The whole application over a desktop in memory, for one QML test case: the view under test
+/// gets `viewModel`, and the test asks here what was stored and done.
+class TestStage : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(orvel::settings_view::SettingsViewModel* viewModel READ viewModel CONSTANT FINAL)
+    Q_PROPERTY(bool isClosed READ isClosed NOTIFY closed FINAL)
+
+public:
+    explicit TestStage(QObject* parent = nullptr);
+
+    [[nodiscard]] settings_view::SettingsViewModel* viewModel() { return &viewModel_; }
+    [[nodiscard]] bool isClosed() const { return isClosed_; }
+
+    /// Another process stores a flag or a text.
+    Q_INVOKABLE void prefer(const QString& key, const QVariant& value);
+    /// What is stored under a key; undefined when it is absent.
+    Q_INVOKABLE QVariant stored(const QString& key);
+    Q_INVOKABLE bool isEngineOn();
+    Q_INVOKABLE void pauseEngine();
+
+signals:
+    void closed();
+
+private:
+    memory::MemoryDesktop desk_;
+    Application app_{desk_.ports()};
+    bool isClosed_ = false;
+    settings_view::SettingsViewModel viewModel_;
+};
+
+}  // namespace orvel::test
