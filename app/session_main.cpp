@@ -1,3 +1,4 @@
+#include "app/session/doctor.hpp"
 #include "app/session/resident.hpp"
 
 #include <CLI/CLI.hpp>
@@ -31,10 +32,13 @@ int main(int argc, char** argv) {
     options.isTracing = isTraceWanted();
     auto* run = app.add_subcommand("run", "Start in this desktop session and stay");
     addRunOptions(*run, options);
+    auto* doctor =
+        app.add_subcommand("doctor", "Tell what this desktop can and cannot do for Orvel");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : orvel::session::kWrongUse;
     }
+    if (doctor->parsed()) return orvel::session::runDoctor(argc, argv);
     return orvel::session::runResident(argc, argv, options);
 }
