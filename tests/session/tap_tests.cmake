@@ -22,6 +22,11 @@ orvel_test(orvel_run_test
     LABELS session WHOLE)
 target_compile_definitions(orvel_run_test PRIVATE ORVEL_PROGRAM="$<TARGET_FILE:orvel>")
 add_dependencies(orvel_run_test orvel orvel-session)
+orvel_test(resident_test
+    SOURCES resident_test.cpp
+    LIBS orvel_tap_session orvel_session_test
+    LABELS session WHOLE)
+add_dependencies(resident_test orvel-session)
 add_test(NAME demo_desktop
     COMMAND demo-desktop --program $<TARGET_FILE:orvel>
         --screenshot ${CMAKE_CURRENT_BINARY_DIR}/demo.png)

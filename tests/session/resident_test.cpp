@@ -1,0 +1,128 @@
+#include "tests/session/tap_session.hpp"
+#include "tests/support/poll_until.hpp"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+
+namespace orvel::test {
+namespace {
+
+using rig::KeyProbe;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+std::string program() { return std::string(std::getenv("ORVEL_BUILD_DIR")) + "/orvel-session"; }
+
+class ResidentTest : public TapSessionTest {
+protected:
+    using Process = std::unique_ptr<rig::ChildProcess>;
+
+    static Process start(std::vector<std::string> arguments, const rig::Environment& extra = {}) {
+        arguments.insert(arguments.begin(), program());
+        return std::make_unique<rig::ChildProcess>(
+            rig::Command{.arguments = std::move(arguments),
+                         .environment = rig::merged(desktop().environment(), extra)});
+    }
+    static Process startResident(std::vector<std::string> options = {}) {
+        options.insert(options.begin(), "run");
+        Process process = start(std::move(options));
+        if (!process->out().waitForText("引擎工作状态已设为")) {
+            ADD_FAILURE() << "it does not start: " << process->err().text();
+        }
+        // Its own first setting is on the disk, so that it meets none of ours half-way.
+        EXPECT_TRUE(eventually([] { return contentOf(settingsFile()); },
+                               HasSubstr("NSInitialToolTipDelay")));
+        return process;
+    }
+    static void set(const std::string& key, const std::string& plistValue) {
+        std::filesystem::create_directories(settingsFile().parent_path());
+        settings_[key] = plistValue;
+        std::ofstream file(settingsFile());
+        file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>";
+        for (const auto& [name, value] : settings_) file << "<key>" << name << "</key>" << value;
+        file << "</dict></plist>\n";
+    }
+    /// The mapping that makes Control act as Command and the Super key as Win.
+    static void setUsualMapping() {
+        set("card_modifier", "<true/>");
+        set("map_ctrl", "<string>Cmd</string>");
+        set("map_cmd", "<string>Win</string>");
+        set("map_option", "<string>Alt</string>");
+    }
+    static std::filesystem::path traceFile() {
+        return desktop().home().state() / "orvel" / "trace.log";
+    }
+    static std::filesystem::path settingsFile() {
+        return desktop().home().config() / "orvel" / "preferences.plist";
+    }
+    static std::string contentOf(const std::filesystem::path& file) {
+        std::ostringstream text;
+        text << std::ifstream(file).rdbuf();
+        return text.str();
+    }
+    static std::string traced() { return contentOf(traceFile()); }
+    static rig::ExitStatus exited(int code) { return {.code = code, .signal = {}}; }
+
+    static inline std::map<std::string, std::string> settings_;
+};
+
+TEST_F(ResidentTest, StartsTheEngineAndEndsInGoodOrderOnRequest) {
+    for (const int signal : {SIGTERM, SIGINT}) {
+        Process orvel = startResident();
+        EXPECT_THAT(orvel->out().text(), HasSubstr("✅ Orvel引擎启动成功"));
+        EXPECT_THAT(orvel->out().text(),
+                    HasSubstr("⚡️ 开机自检完毕，引擎工作状态已设为: false"));
+        orvel->signal(signal);
+        EXPECT_EQ(orvel->waitForExit(), exited(0));
+        EXPECT_FALSE(hasTap(desktop().x()));
+    }
+}
+
+TEST_F(ResidentTest, SaysWhichDisplayItCannotOpen) {
+    Process orvel = start({"run"}, {{"DISPLAY", ":4711"}});
+    EXPECT_EQ(orvel->waitForExit(), exited(1));
+    EXPECT_TRUE(orvel->err().waitForText(":4711"));
+}
+
+TEST_F(ResidentTest, NamesAWrongOption) {
+    Process orvel = start({"run", "--loud"});
+    EXPECT_EQ(orvel->waitForExit(), exited(2));
+    EXPECT_TRUE(orvel->err().waitForText("--loud"));
+}
+
+TEST_F(ResidentTest, TheDoctorIsContentWithThisDesktop) {
+    Process doctor = start({"doctor"});
+    EXPECT_EQ(doctor->waitForExit(), exited(0));
+    EXPECT_TRUE(doctor->out().waitForEnd());
+    EXPECT_THAT(doctor->out().text(), HasSubstr("ok       keyboards: kbd0, kbd1\n"));
+    EXPECT_THAT(doctor->out().text(), HasSubstr("platform.conf"));
+    EXPECT_THAT(doctor->out().text(), Not(HasSubstr("MISSING")));
+}
+
+TEST_F(ResidentTest, TheDoctorNamesWhatIsEssentialAndMissing) {
+    Process doctor = start({"doctor"}, {{"DISPLAY", ":4711"}});
+    EXPECT_EQ(doctor->waitForExit(), exited(1));
+    EXPECT_TRUE(doctor->out().waitForEnd());
+    EXPECT_THAT(doctor->out().text(), HasSubstr("MISSING  X server: cannot open"));
+}
+
+TEST_F(ResidentTest, TheTraceHoldsRewrittenKeysAndIsReadableByItsOwnerOnly) {
+    setUsualMapping();
+    KeyProbe probe = startProbe();
+    Process orvel = startResident({"--trace"});
+    keyboard().chord({"Control_L", "c"});
+    EXPECT_TRUE(eventually([] { return traced(); }, HasSubstr("PATCH -> Key: ")));
+    EXPECT_EQ(std::filesystem::status(traceFile()).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    orvel->stop();
+    std::filesystem::remove(traceFile());
+}
+
+}  // namespace
+}  // namespace orvel::test
