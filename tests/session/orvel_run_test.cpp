@@ -93,6 +93,9 @@ TEST_F(OrvelRunTest, ASettingThatAnotherProgramWritesHoldsFromTheNextKeyOn) {
     deleteForward();
     probe.waitForKeys(4);
     EXPECT_THAT(spelled(probe.keys()), testing::Contains("+BackSpace"));
+    // Its own first setting is on the disk, so that it does not write over ours.
+    EXPECT_TRUE(eventually([] { return desktop().home().filesContaining("NSInitialToolTipDelay"); },
+                           testing::Not(IsEmpty())));
     rig::writeSettings(environment(), {{"card_modifier", true}, {"card_eject", true}});
     EXPECT_TRUE(eventually(
         [&] {

@@ -32,12 +32,16 @@ void writeSettings(const Environment& environment, const Settings& settings) {
     const std::filesystem::path folder =
         std::filesystem::path(environment.at("XDG_CONFIG_HOME")) / "orvel";
     std::filesystem::create_directories(folder);
-    std::ofstream file(folder / "preferences.plist");
+    const std::filesystem::path whole = folder / "preferences.plist";
+    const std::filesystem::path part = folder / "preferences.plist.rig";
+    std::ofstream file(part);
     file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n";
     for (const auto& [key, value] : settings) {
         file << "<key>" << key << "</key>" << elementOf(value) << '\n';
     }
     file << "</dict>\n</plist>\n";
+    file.close();
+    std::filesystem::rename(part, whole);
 }
 
 Settings usualMapping() {
