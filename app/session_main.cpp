@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
@@ -32,12 +33,25 @@ int main(int argc, char** argv) {
     options.isTracing = isTraceWanted();
     auto* run = app.add_subcommand("run", "Start in this desktop session and stay");
     addRunOptions(*run, options);
+    auto* record =
+        app.add_subcommand("record", "Write what is typed and what becomes of it as replay steps");
+    addRunOptions(*record, options);
+    bool mayRecordKeys = false;
+    record->add_option("FILE", options.recordPath, "Where to write the steps")->required();
+    record->add_flag("--yes-record-keys", mayRecordKeys, "Agree that what is typed is written");
     auto* doctor =
         app.add_subcommand("doctor", "Tell what this desktop can and cannot do for Orvel");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : orvel::session::kWrongUse;
+    }
+    if (record->parsed() && !mayRecordKeys) {
+        std::fputs(
+            "orvel: record writes everything that is typed, passwords excepted, into the "
+            "file; agree with --yes-record-keys\n",
+            stderr);
+        return orvel::session::kWrongUse;
     }
     if (doctor->parsed()) return orvel::session::runDoctor(argc, argv);
     return orvel::session::runResident(argc, argv, options);

@@ -36,6 +36,7 @@ public:
 
     int run() {
         TerminationSignals signals(runLoop_, [this] { runLoop_.quit(); });
+        if (desktop_.recorder() != nullptr) desktop_.recorder()->begin();
         application_.delegate().applicationDidFinishLaunching();
         followSettings();
         const int status = runLoop_.run();

@@ -2,14 +2,49 @@
 
 #include "platform/x11/fn_key.hpp"
 
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace orvel::session {
 
+namespace {
+
+/// A file for the user's eyes only, since it holds what is typed.
+Result<> makePrivateFile(const std::string& path) {
+    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
+    const int file = ::open(path.c_str(), flags, S_IRUSR | S_IWUSR);
+    if (file < 0) return Failure{"cannot write '" + path + "': " + std::strerror(errno)};
+    ::fchmod(file, S_IRUSR | S_IWUSR);
+    ::close(file);
+    return {};
+}
+
+/// The program that a login item starts: the front door beside this one.
+std::string frontDoor() {
+    std::error_code error;
+    const auto own = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    const auto beside = own / "orvel";
+    return std::filesystem::exists(beside, error)
+               ? beside.string()
+               : (own / "../../bin/orvel").lexically_normal().string();
+}
+
+}  // namespace
+
 Result<std::unique_ptr<SessionDesktop>> SessionDesktop::open(qt::QtRunLoop& runLoop,
                                                              x11::GuardProcess guard,
                                                              const SessionOptions& options) {
+    if (!options.recordPath.empty()) {
+        if (const auto made = makePrivateFile(options.recordPath); !made) {
+            return Failure{made.error()};
+        }
+    }
     auto input = x11::X11EventPath::open(runLoop, std::move(guard));
     if (!input) return Failure{input.error()};
     const x11::PlatformTable table = x11::loadPlatformTable();
@@ -43,20 +78,28 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
       services_(std::move(services)),
       inputState_(input_->hub(), services_->server(), services_->screens()),
       secretInput_(services_->server()),
+      loginItems_(frontDoor()),
+      recorder_(options.recordPath.empty() ? nullptr : makeRecorder(runLoop)),
+      recordingTap_(recorder_ ? std::make_unique<RecordingTap>(input_->tap(), *recorder_)
+                              : nullptr),
+      recordingPoster_(recorder_ ? std::make_unique<RecordingPoster>(input_->poster(), *recorder_)
+                                 : nullptr),
+      recordingLog_(recorder_ ? std::make_unique<RecordingLog>(*log_, *recorder_) : nullptr),
       ports_{.accessibilityPermission = absent_.accessibilityPermission,
              .accessibilityWindows = services_->accessibilityWindows(),
              .appControl = absent_.appControl,
              .capsLock = input_->capsLock(),
              .eventMonitors = absent_.eventMonitors,
-             .eventPoster = input_->poster(),
-             .eventTap = input_->tap(),
-             .fileSystem = absent_.fileSystem,
+             .eventPoster =
+                 recordingPoster_ ? static_cast<EventPoster&>(*recordingPoster_) : input_->poster(),
+             .eventTap = recordingTap_ ? static_cast<EventTap&>(*recordingTap_) : input_->tap(),
+             .fileSystem = fileSystem_,
              .haptics = absent_.haptics,
              .inputSources = absent_.inputSources,
              .inputState = inputState_,
              .launcher = services_->launcher(),
-             .log = *log_,
-             .loginItems = absent_.loginItems,
+             .log = recordingLog_ ? static_cast<Log&>(*recordingLog_) : *log_,
+             .loginItems = loginItems_,
              .nativeMenus = absent_.nativeMenus,
              .notifications = absent_.notifications,
              .panels = absent_.panels,
@@ -71,12 +114,26 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
              .windowImages = absent_.windowImages,
              .windowList = services_->windowList(),
              .workspace = services_->workspace()} {
+    if (recorder_) recordFile_.open(options.recordPath, std::ios::app);
     if (options.isTracing) {
         log_->startTracing(x11::TraceFile::defaultPath(),
                            [this] { return secretInput_.isTyped(); });
     }
     input_->beforeInput([this] { catchUp(); });
     settingsWatch_ = runLoop.watchReadable(preferences_.changesFd(), [this] { catchUp(); });
+}
+
+std::unique_ptr<Recorder> SessionDesktop::makeRecorder(RunLoop& runLoop) {
+    return std::make_unique<Recorder>(
+        recordFile_, RecorderSources{.runLoop = runLoop,
+                                     .isSecretTyped = [this] { return secretInput_.isTyped(); },
+                                     .frontmostApplication = [this] { return frontmost(); },
+                                     .settings = [this] { return preferences_.all(); }});
+}
+
+std::optional<std::string> SessionDesktop::frontmost() const {
+    const auto application = services_->workspace().frontmostApplication();
+    return application ? application->bundleId : std::nullopt;
 }
 
 /// Whatever changed before an event was typed is known when the event is decided.

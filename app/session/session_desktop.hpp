@@ -1,18 +1,24 @@
 #pragma once
 
+#include "app/record/recorder.hpp"
 #include "app/session/session_options.hpp"
 #include "platform/desktop.hpp"
 #include "platform/memory/memory_desktop.hpp"
 #include "platform/qt/qt_run_loop.hpp"
 #include "platform/x11/secret_input.hpp"
 #include "platform/x11/x11_event_path.hpp"
+#include "platform/x11/x11_file_system.hpp"
 #include "platform/x11/x11_input_state.hpp"
 #include "platform/x11/x11_log.hpp"
+#include "platform/x11/x11_login_items.hpp"
 #include "platform/x11/x11_preference_store.hpp"
 #include "platform/x11/x11_services.hpp"
 
+#include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace orvel::session {
 
@@ -32,6 +38,9 @@ public:
     [[nodiscard]] x11::SecretInput& secretInput() { return secretInput_; }
     [[nodiscard]] x11::X11PreferenceStore& preferenceStore() { return preferences_; }
 
+    /// Null when the session is not recorded.
+    [[nodiscard]] Recorder* recorder() { return recorder_.get(); }
+
     /// Called once when the X server is gone.
     void onServerGone(std::function<void()> told);
     /// Called after another process changed the settings.
@@ -43,6 +52,8 @@ public:
 
 private:
     void catchUp();
+    [[nodiscard]] std::unique_ptr<Recorder> makeRecorder(RunLoop& runLoop);
+    [[nodiscard]] std::optional<std::string> frontmost() const;
 
     std::unique_ptr<x11::X11Log> log_;
     x11::X11PreferenceStore preferences_;
@@ -50,6 +61,13 @@ private:
     std::unique_ptr<x11::X11Services> services_;
     x11::X11InputState inputState_;
     x11::SecretInput secretInput_;
+    x11::X11FileSystem fileSystem_;
+    x11::X11LoginItems loginItems_;
+    std::ofstream recordFile_;
+    std::unique_ptr<Recorder> recorder_;
+    std::unique_ptr<RecordingTap> recordingTap_;
+    std::unique_ptr<RecordingPoster> recordingPoster_;
+    std::unique_ptr<RecordingLog> recordingLog_;
     std::function<void()> settingsChanged_;
     std::unique_ptr<qt::ReadableWatch> settingsWatch_;
     /// Stands in for the services that this back end does not offer yet.

@@ -1,5 +1,6 @@
 #include "tests/session/tap_session.hpp"
 #include "tests/support/poll_until.hpp"
+#include "tools/rig/screen_locker.hpp"
 
 #include <csignal>
 #include <cstdlib>
@@ -17,6 +18,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
+std::string frontDoor() { return std::string(std::getenv("ORVEL_BUILD_DIR")) + "/orvel"; }
 std::string program() { return std::string(std::getenv("ORVEL_BUILD_DIR")) + "/orvel-session"; }
 
 class ResidentTest : public TapSessionTest {
@@ -122,6 +124,45 @@ TEST_F(ResidentTest, TheTraceHoldsRewrittenKeysAndIsReadableByItsOwnerOnly) {
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     orvel->stop();
     std::filesystem::remove(traceFile());
+}
+
+TEST_F(ResidentTest, RecordsNothingWithoutConsent) {
+    const auto file = desktop().home().path() / "session.steps.jsonl";
+    Process orvel = start({"record", file.string()});
+    EXPECT_EQ(orvel->waitForExit(), exited(2));
+    EXPECT_TRUE(orvel->err().waitForText("--yes-record-keys"));
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(ResidentTest, RecordsASessionThatCanBeReplayed) {
+    setUsualMapping();
+    KeyProbe probe = startProbe();
+    const auto file = desktop().home().path() / "session.steps.jsonl";
+    Process orvel = start({"record", "--yes-record-keys", file.string()});
+    ASSERT_TRUE(orvel->out().waitForText("引擎工作状态已设为"));
+    keyboard().chord({"Control_L", "c"});
+    probe.waitForKeys(4);
+    {
+        rig::ScreenLocker locker(desktop().environment());
+        keyboard().type("q\n");
+        ASSERT_TRUE(locker.nextPassword().has_value());
+        locker.unlock();
+    }
+    orvel->signal(SIGTERM);
+    EXPECT_EQ(orvel->waitForExit(), exited(0));
+    const std::string steps = contentOf(file);
+    EXPECT_THAT(steps, HasSubstr(R"({"event":{"type":"keyDown","key":8,"flags":262144}})"));
+    EXPECT_THAT(steps, HasSubstr(R"(# {"decision":"modify","key":8,"flags":1048576})"));
+    EXPECT_THAT(steps, Not(HasSubstr(R"("key":12,)")));
+    EXPECT_EQ(std::filesystem::status(file).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+
+    rig::ChildProcess replay({.arguments = {frontDoor(), "replay", file.string()},
+                              .environment = desktop().environment()});
+    EXPECT_EQ(replay.waitForExit(), exited(0));
+    EXPECT_TRUE(replay.out().waitForEnd());
+    EXPECT_THAT(replay.out().text(), HasSubstr(R"("decision":"modify","key":8,"flags":1048576)"))
+        << replay.err().text();
 }
 
 }  // namespace
