@@ -37,8 +37,7 @@ ApplicationGroup described(const ClientWindow& window, const DesktopEntry* entry
         return group;
     }
     const auto& identity = window.identity;
-    group.bundleId =
-        identity.className.empty() ? identity.executable : lowered(identity.className);
+    group.bundleId = identity.className.empty() ? identity.executable : lowered(identity.className);
     group.frontmostId = group.bundleId;
     group.name = identity.className.empty() ? identity.executable : identity.className;
     group.kind = kindOf(identity);

@@ -86,13 +86,14 @@ TEST_F(QtRunLoopTest, RunsBackgroundWorkOnAnotherThread) {
 }
 
 TEST_F(QtRunLoopTest, BlockedBackgroundWorkDoesNotHoldUpTheNext) {
-    std::atomic<bool> isReleased = false;
-    loop.background([&] {
-        while (!isReleased) std::this_thread::yield();
+    // The blocked work may see its release only after the test has returned.
+    const auto isReleased = std::make_shared<std::atomic<bool>>(false);
+    loop.background([isReleased] {
+        while (!*isReleased) std::this_thread::yield();
     });
     loop.background([&] { loop.quit(); });
     run();
-    isReleased = true;
+    *isReleased = true;
 }
 
 TEST_F(QtRunLoopTest, RepeatsATimerUntilItIsDestroyed) {

@@ -2,9 +2,8 @@
 
 #include "tests/support/scratch_home.hpp"
 
-#include <unistd.h>
-
 #include <filesystem>
+#include <unistd.h>
 
 namespace orvel::test {
 
