@@ -1,3 +1,4 @@
+#include "app/cli/prefs_options.hpp"
 #include "app/cli/session_program.hpp"
 #include "app/replay/replay_runner.hpp"
 #include "engine/rule_table.hpp"
@@ -6,7 +7,8 @@
 
 #include <iostream>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -37,6 +39,39 @@ void describeSessionCommands(CLI::App& app) {
     }
 }
 
+/// The words of a command that was understood, as "orvel prefs set".
+std::string commandLine(const CLI::App& app) {
+    const auto parsed = app.get_subcommands();
+    const std::string name = app.get_name();
+    return parsed.empty() ? name : name + ' ' + commandLine(*parsed.front());
+}
+
+std::size_t depthOf(const CLI::App& app) {
+    const auto parsed = app.get_subcommands();
+    return parsed.empty() ? 0 : 1 + depthOf(*parsed.front());
+}
+
+/// One line about what is wrong, and one about where help is.
+int refuse(const CLI::App& app, const CLI::ParseError& error,
+           const std::vector<std::string>& arguments) {
+    const std::string understood = commandLine(app);
+    const std::size_t next = depthOf(app);
+    const bool hasNext = next < arguments.size();
+    const bool wantsCommand =
+        std::string_view(error.what()).find("subcommand") != std::string_view::npos;
+    std::cerr << understood << ": ";
+    if (wantsCommand && hasNext) {
+        const bool isOption = arguments[next].starts_with('-');
+        std::cerr << "unknown " << (isOption ? "option '" : "command '") << arguments[next] << "'";
+    } else if (wantsCommand) {
+        std::cerr << "a command is required";
+    } else {
+        std::cerr << error.what();
+    }
+    std::cerr << "\nRun '" << understood << " --help' for more information.\n";
+    return kWrongUse;
+}
+
 int parseAndRun(int argc, char** argv) {
     CLI::App app{"Keyboard, mouse and desktop habits of Windows for the Mac"};
     app.name("orvel");
@@ -50,19 +85,15 @@ int parseAndRun(int argc, char** argv) {
     auto* rules =
         app.add_subcommand("rules", "Print the table of rules in the order of their turn");
 
+    orvel::PrefsOptions prefs(app);
+
     try {
         app.parse(argc, argv);
-    } catch (const CLI::RequiredError& error) {
-        if (argc > 1 && argv[1][0] != '-' && app.get_subcommands().empty()) {
-            std::cerr << "orvel: unknown command '" << argv[1]
-                      << "'\nRun with --help for more information.\n";
-            return kWrongUse;
-        }
-        app.exit(error);
-        return kWrongUse;
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : kWrongUse;
+        if (error.get_exit_code() == 0) return app.exit(error);  // Help and version.
+        return refuse(app, error, {argv + 1, argv + argc});
     }
+    if (prefs.wereGiven()) return prefs.run(std::cin, std::cout, std::cerr);
     if (replay->parsed()) return orvel::runReplayFile(file, std::cin, std::cout, std::cerr);
     if (rules->parsed()) std::cout << orvel::describeRules();
     return 0;
@@ -72,7 +103,8 @@ int parseAndRun(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
-    if (argc > 1 && isSessionCommand(argv[1])) {
+    if (argc == 1) return orvel::becomeSessionProgram({argv[0], "run"});
+    if (isSessionCommand(argv[1])) {
         return orvel::becomeSessionProgram({argv, argv + argc});
     }
     return parseAndRun(argc, argv);

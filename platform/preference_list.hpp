@@ -3,6 +3,8 @@
 #include "platform/base/result.hpp"
 #include "platform/preference_store.hpp"
 
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,6 +14,9 @@ namespace orvel {
 
 /// Settings outside of a store, in the order of their file.
 using PreferenceEntries = std::vector<std::pair<std::string, PreferenceValue>>;
+
+/// What is to become of some keys: a value, or nothing to remove the key.
+using PreferenceChanges = std::map<std::string, std::optional<PreferenceValue>, std::less<>>;
 
 /// Reads a property list, XML or binary, whose root is a dictionary.
 Result<PreferenceEntries> readPreferenceList(std::string_view bytes);

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kCannotStart = 126;
+constexpr int kCannotStart = 1;
 
 std::vector<fs::path> places() {
     std::error_code unreadable;

@@ -5,6 +5,7 @@
 #include "app/session/session_environment.hpp"
 #include "app/session/session_lock.hpp"
 #include "app/session/termination_signals.hpp"
+#include "platform/x11/running_sessions.hpp"
 #include "platform/x11/x11_run_loop.hpp"
 #include "platform/x11/xdg_folders.hpp"
 
@@ -27,11 +28,17 @@ int fail(const std::string& message, int status = kFailed) {
 /// Keeps the tap in step with the settings and with the panic chord.
 class Resident {
 public:
-    Resident(qt::QtRunLoop& runLoop, SessionDesktop& desktop)
-        : runLoop_(runLoop), desktop_(desktop), application_(desktop.ports()) {
+    Resident(qt::QtRunLoop& runLoop, SessionDesktop& desktop, const std::string& display)
+        : runLoop_(runLoop),
+          desktop_(desktop),
+          application_(desktop.ports()),
+          note_(x11::SessionNote::claim(display)) {
         desktop.onServerGone([this] { runLoop_.quit(kServerGone); });
         desktop.onSettingsChange([this] { followSettings(); });
         desktop.tap().onPanicChord([this](bool isGivenBack) { pause(isGivenBack); });
+        const auto noted = [this](bool) { tellOthers(); };
+        isOnChange_ = application_.engine().isWindowsModeEnabled().subscribe(noted);
+        isPausedChange_ = application_.engine().isPaused().subscribe(noted);
     }
 
     int run() {
@@ -50,6 +57,13 @@ private:
         desktop_.tap().setWheelGrab(
             application_.preferences().boolForKey(PreferenceKey::cardScroll));
     }
+    /// The command line says when a change of the settings has no effect yet. Without a place for
+    /// notes it does not, which stops nobody.
+    void tellOthers() {
+        if (!note_) return;
+        note_.value().update(application_.engine().isWindowsModeEnabled().get(),
+                             application_.engine().isPaused().get());
+    }
     void pause(bool isGivenBack) {
         if (isGivenBack) wasPaused_ = application_.engine().isPaused();
         application_.engine().setPaused(isGivenBack || wasPaused_);
@@ -61,17 +75,20 @@ private:
     qt::QtRunLoop& runLoop_;
     SessionDesktop& desktop_;
     Application application_;
+    Result<x11::SessionNote> note_;
+    Subscription isOnChange_;
+    Subscription isPausedChange_;
     bool wasPaused_ = false;
 };
 
-int runWithLock(int& argc, char** argv, const SessionOptions& options) {
+int runWithLock(int& argc, char** argv, const SessionOptions& options, const std::string& display) {
     // Before anything opens a display or starts a thread.
     auto guard = x11::GuardProcess::start();
     if (!guard) return fail(guard.error());
     x11::X11RunLoop runLoop(argc, argv);
     auto desktop = SessionDesktop::open(runLoop.get(), std::move(guard).value(), options);
     if (!desktop) return fail(desktop.error());
-    Resident resident(runLoop.get(), *desktop.value());
+    Resident resident(runLoop.get(), *desktop.value(), display);
     const int status = resident.run();
     return status == kServerGone ? fail("the X server is gone", kServerGone) : status;
 }
@@ -92,7 +109,7 @@ int runResident(int& argc, char** argv, const SessionOptions& options) {
         return fail("already running in this session (process " + std::to_string(holder) + ")");
     }
     if (!lock) return fail("cannot lock this session in '" + x11::runtimeFolder() + "'");
-    return runWithLock(argc, argv, options);
+    return runWithLock(argc, argv, options, environment.display);
 }
 
 }  // namespace orvel::session

@@ -9,6 +9,12 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 8;
 constexpr std::size_t kTrailerSize = 32;
+// The kind of an object stands in the upper half of its first byte.
+constexpr unsigned kData = 0x4;
+constexpr unsigned kText = 0x5;
+constexpr unsigned kWideText = 0x6;
+constexpr unsigned kArray = 0xA;  // And whatever else has members.
+constexpr unsigned kDictionary = 0xD;
 constexpr int kMaxDepth = 128;
 constexpr std::uint64_t kMaxObjects = 1'000'000;
 constexpr std::uint64_t kMaxUnfoldedBytes = 256ULL << 20;
@@ -55,23 +61,30 @@ private:
         return value;
     }
 
+    /// Where an object begins; nothing when there is none of that number.
+    std::optional<std::uint64_t> offsetOf(std::uint64_t object) const {
+        if (object >= objectCount_) return std::nullopt;
+        const auto offset = number(tableOffset_ + object * offsetSize_, offsetSize_);
+        const bool isInside = offset && *offset >= kHeaderSize && *offset < tableOffset_;
+        return isInside ? offset : std::nullopt;
+    }
+
     bool visit(std::uint64_t object, int depth) {
         if (depth > kMaxDepth) return fail("a binary property list nested too deeply");
-        if (object >= objectCount_) return fail("a binary property list with a broken reference");
         if (++visited_ > kMaxObjects)
             return fail("a binary property list that unfolds without end");
-        const auto offset = number(tableOffset_ + object * offsetSize_, offsetSize_);
-        if (!offset || *offset < kHeaderSize || *offset >= tableOffset_) {
-            return fail("a binary property list with a broken offset");
-        }
+        const auto offset = offsetOf(object);
+        if (!offset) return fail("a binary property list with a broken reference");
         const unsigned kind = byteAt(*offset) >> 4;
         std::uint64_t position = *offset + 1;
         std::uint64_t count = byteAt(*offset) & 0x0F;
-        const bool hasLength = kind == 0x4 || kind == 0x5 || kind == 0x6 || kind >= 0xA;
+        const bool hasLength =
+            kind == kData || kind == kText || kind == kWideText || kind >= kArray;
         if (hasLength && count == 0x0F && !readLength(position, count)) return false;
-        if (kind >= 0xA) return visitMembers(position, count, kind == 0xD ? 2 : 1, depth);
-        unfolded_ += kind == 0x6 ? count * 3 : count;
-        if (count > bytes_.size() || unfolded_ > kMaxUnfoldedBytes) {
+        if (count > bytes_.size()) return fail("a binary property list with a broken length");
+        if (kind >= kArray) return visitMembers(position, count, kind == kDictionary, depth);
+        unfolded_ += kind == kWideText ? count * 3 : count;
+        if (unfolded_ > kMaxUnfoldedBytes) {
             return fail("a binary property list that unfolds without end");
         }
         return true;
@@ -91,13 +104,32 @@ private:
         return true;
     }
 
-    bool visitMembers(std::uint64_t position, std::uint64_t count, std::uint64_t perMember,
-                      int depth) {
-        if (count > bytes_.size()) return fail("a binary property list with a broken length");
-        for (std::uint64_t i = 0; i < count * perMember; ++i) {
+    /// The members of a dictionary are its keys first, which must be texts, then their values.
+    bool visitMembers(std::uint64_t position, std::uint64_t count, bool isDictionary, int depth) {
+        const std::uint64_t references = isDictionary ? count * 2 : count;
+        for (std::uint64_t i = 0; i < references; ++i) {
             const auto member = number(position + i * referenceSize_, referenceSize_);
             if (!member) return fail("a binary property list with a broken reference");
+            if (isDictionary && i < count && !isKey(*member)) {
+                return fail("a binary property list with a key that is no text");
+            }
             if (!visit(*member, depth + 1)) return false;
+        }
+        return true;
+    }
+
+    /// Whether an object is a text of which a reader that ends texts at a zero sees the whole.
+    bool isKey(std::uint64_t object) {
+        const auto offset = offsetOf(object);
+        const unsigned kind = offset ? byteAt(*offset) >> 4 : 0U;
+        if (kind != kText && kind != kWideText) return false;
+        std::uint64_t position = *offset + 1;
+        std::uint64_t count = byteAt(*offset) & 0x0F;
+        if (count == 0x0F && !readLength(position, count)) return false;
+        const std::size_t unit = kind == kText ? 1 : 2;
+        for (std::uint64_t i = 0; i < count; ++i) {
+            const auto character = number(position + i * unit, unit);
+            if (!character || *character == 0) return false;
         }
         return true;
     }

@@ -7,8 +7,11 @@
 #include <plist/plist.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <memory>
+#include <set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -131,14 +134,53 @@ Result<std::string> rewriteAsXml(const std::string& bytes) {
     return nodeXml(node.value().get());
 }
 
+bool sameValue(const PreferenceValue& a, const PreferenceValue& b) {
+    const auto* realA = std::get_if<double>(&a);
+    const auto* realB = std::get_if<double>(&b);
+    const bool areBothNoNumber =
+        realA != nullptr && realB != nullptr && std::isnan(*realA) && std::isnan(*realB);
+    return areBothNoNumber || a == b;
+}
+
+bool sameValues(const PreferenceValues& a, const PreferenceValues& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+        return x.first == y.first && sameValue(x.second, y.second);
+    });
+}
+
+PreferenceValues changed(PreferenceValues values, const PreferenceChanges& changes) {
+    for (const auto& [key, value] : changes) {
+        if (value) {
+            values.insert_or_assign(key, storable(*value));
+        } else {
+            values.erase(key);
+        }
+    }
+    return values;
+}
+
+/// Whether the two readings of a text, for values and for places, found the same keys.
+bool agree(const std::string& text, const PreferenceValues& values) {
+    const Result<XmlOutline> outline = outlineXml(text);
+    if (!outline) return false;
+    std::set<std::string_view> keys;
+    for (const OutlineEntry& entry : outline.value().entries) keys.insert(entry.key);
+    return std::equal(keys.begin(), keys.end(), values.begin(), values.end(),
+                      [](std::string_view key, const auto& entry) { return key == entry.first; });
+}
+
+bool isBinary(const std::string& bytes) {
+    return plist_is_binary(bytes.data(), static_cast<std::uint32_t>(bytes.size())) != 0;
+}
+
 /// `changes` without those that already hold.
 PreferenceChanges differences(const PreferenceChanges& changes, const PreferenceValues& values) {
     PreferenceChanges different;
     for (const auto& [key, change] : changes) {
         const auto value = change ? std::optional(storable(*change)) : std::nullopt;
         const auto found = values.find(key);
-        const bool holds =
-            value ? found != values.end() && found->second == *value : found == values.end();
+        const bool holds = value ? found != values.end() && sameValue(found->second, *value)
+                                 : found == values.end();
         if (!holds) different.emplace(key, value);
     }
     return different;
@@ -155,6 +197,7 @@ Result<PreferenceDocument> PreferenceDocument::parse(std::string bytes) {
     forEachItem(root.value().get(), [&](std::string key, plist_t item) {
         document.values_.insert_or_assign(std::move(key), nodeValue(item));
     });
+    if (!isBinary(bytes) && !agree(bytes, document.values_)) return Failure{"a key with odd signs"};
     document.bytes_ = std::move(bytes);
     return document;
 }
@@ -163,7 +206,7 @@ Result<PreferenceDocument> PreferenceDocument::with(const PreferenceChanges& cha
     const PreferenceChanges needed = differences(changes, values_);
     if (needed.empty()) return *this;
     std::string text = bytes_.empty() ? std::string(kEmptyDocument) : bytes_;
-    if (plist_is_binary(text.data(), static_cast<std::uint32_t>(text.size())) != 0) {
+    if (isBinary(text)) {
         Result<std::string> xml = rewriteAsXml(text);
         if (!xml) return Failure{xml.error()};
         text = std::move(xml).value();
@@ -171,8 +214,8 @@ Result<PreferenceDocument> PreferenceDocument::with(const PreferenceChanges& cha
     const Result<XmlOutline> outline = outlineXml(text);
     if (!outline) return Failure{outline.error()};
     Result<PreferenceDocument> edited = parse(editXml(text, outline.value(), needed));
-    if (edited && !differences(needed, edited.value().values_).empty()) {
-        return Failure{"a value that a property list cannot hold"};
+    if (edited && !sameValues(edited.value().values_, changed(values_, needed))) {
+        return Failure{"a value that an XML property list cannot hold"};
     }
     return edited;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/base/result.hpp"
-#include "platform/preference_store.hpp"
+#include "platform/preference_list.hpp"
 
 #include <map>
 #include <optional>
@@ -11,8 +11,6 @@
 namespace orvel::plist {
 
 using PreferenceValues = std::map<std::string, PreferenceValue, std::less<>>;
-/// What is to become of some keys: a value, or nothing to remove the key.
-using PreferenceChanges = std::map<std::string, std::optional<PreferenceValue>, std::less<>>;
 
 /// A file of settings: its bytes and what they say. Immutable.
 class PreferenceDocument {

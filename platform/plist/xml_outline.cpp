@@ -65,6 +65,7 @@ public:
     explicit Outliner(std::string_view text) : text_(text) {}
 
     Result<XmlOutline> run() {
+        if (text_.find('\0') != std::string_view::npos) return Failure{"a zero byte in it"};
         if (text_.starts_with("\xEF\xBB\xBF")) at_ = 3;
         while (problem_.empty() && at_ < text_.size()) {
             if (text_[at_] == '<') {

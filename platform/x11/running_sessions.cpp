@@ -96,7 +96,7 @@ Result<SessionNote> SessionNote::claim(const std::string& display) {
 SessionNote::SessionNote(std::string display, OwnedFd fd)
     : display_(std::move(display)), fd_(std::move(fd)) {}
 
-void SessionNote::update(bool isOn, bool isPaused) {
+void SessionNote::update(bool isOn, bool isPaused) const {
     JsonWriter writer;
     writer.beginObject().member("display", display_).member("on", isOn).member("paused", isPaused);
     std::string text = writer.endObject().text();

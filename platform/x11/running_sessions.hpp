@@ -29,7 +29,7 @@ public:
     /// place for notes.
     static Result<SessionNote> claim(const std::string& display);
 
-    void update(bool isOn, bool isPaused);
+    void update(bool isOn, bool isPaused) const;
 
 private:
     SessionNote(std::string display, OwnedFd fd);

@@ -55,7 +55,7 @@ public:
                                        const std::vector<SettingsDocument>& known) const;
 
     /// Decides, knowing what is on the disk, what to write.
-    using Decide = std::function<plist::PreferenceChanges(const SettingsDocument& onDisk)>;
+    using Decide = std::function<PreferenceChanges(const SettingsDocument& onDisk)>;
     /// Merges changes onto what is on the disk, alone among all writers. A damaged file is kept
     /// under another name first, which `report` is told. Returns what is on the disk then. `known`
     /// as in `read`.

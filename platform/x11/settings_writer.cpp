@@ -32,8 +32,8 @@ std::thread startWithoutSignals(Function function) {
 
 }  // namespace
 
-SettingsWriter::SettingsWriter(const SettingsFile& file, Report report)
-    : file_(file), report_(std::move(report)) {}
+SettingsWriter::SettingsWriter(const SettingsFile& file, Failures failures, Report report)
+    : file_(file), failures_(failures), report_(std::move(report)) {}
 
 SettingsWriter::~SettingsWriter() {
     if (!thread_.joinable()) return;
@@ -43,15 +43,16 @@ SettingsWriter::~SettingsWriter() {
         wake_.notify_all();
     }
     thread_.join();
+    if (failures_ == Failures::returnOnly) return;
     std::string lost;
     for (const auto& [key, change] : pending_) lost += (lost.empty() ? "" : ", ") + key;
     if (!lost.empty()) report_("not stored: " + lost + " (" + problem_ + ")");
 }
 
-SettingsWriter::Sequence SettingsWriter::change(std::string key,
-                                                std::optional<PreferenceValue> value) {
+SettingsWriter::Sequence SettingsWriter::change(const PreferenceChanges& changes) {
     const std::lock_guard lock(mutex_);
-    pending_.insert_or_assign(std::move(key), Change{std::move(value), ++last_});
+    ++last_;
+    for (const auto& [key, value] : changes) pending_.insert_or_assign(key, Change{value, last_});
     start();
     return last_;
 }
@@ -104,7 +105,8 @@ void SettingsWriter::run() {
         }
         isHurried_ = false;
         const bool isLast = isStopping_;
-        if (confirmed_ < last_) attempt(lock);
+        const bool isGivenUp = isLast && failures_ == Failures::returnOnly && !problem_.empty();
+        if (confirmed_ < last_ && !isGivenUp) attempt(lock);
         if (isLast) return;
     }
 }
@@ -132,9 +134,8 @@ void SettingsWriter::attempt(std::unique_lock<std::mutex>& lock) {
     attempted_.notify_all();
 }
 
-plist::PreferenceChanges SettingsWriter::merge(const Changes& batch,
-                                               const SettingsDocument& onDisk) {
-    plist::PreferenceChanges changes;
+PreferenceChanges SettingsWriter::merge(const Changes& batch, const SettingsDocument& onDisk) {
+    PreferenceChanges changes;
     for (const auto& [key, change] : batch) {
         const bool isOvertaken = change.hasFailed && seenAtFailure_ &&
                                  !sameValue(seenAtFailure_->values(), onDisk->values(), key);
@@ -156,7 +157,7 @@ std::string SettingsWriter::finish(const Result<SettingsDocument>& result, Seque
     for (auto& [key, change] : pending_) {
         if (change.sequence <= reached) change.hasFailed = true;
     }
-    if (problem_ == previous) return {};
+    if (problem_ == previous || failures_ == Failures::returnOnly) return {};
     return problem_ + (pending_.empty() ? "" : "; the change is kept and tried again");
 }
 

@@ -21,13 +21,18 @@ public:
     /// Grows with every change; a change is on the disk when `confirmed` has reached its number.
     using Sequence = std::uint64_t;
 
-    SettingsWriter(const SettingsFile& file, Report report);
+    /// What becomes of changes that cannot be written: a resident keeps them, tries again and
+    /// reports; a command ends and says itself what `flush` returned.
+    enum class Failures { keepTrying, returnOnly };
+
+    SettingsWriter(const SettingsFile& file, Failures failures, Report report);
     /// Tries once more to write what is left.
     ~SettingsWriter();
     SettingsWriter(const SettingsWriter&) = delete;
     SettingsWriter& operator=(const SettingsWriter&) = delete;
 
-    Sequence change(std::string key, std::optional<PreferenceValue> value);
+    /// Changes that are given together are written together.
+    Sequence change(const PreferenceChanges& changes);
     /// Has the file looked at, and kept aside when it is damaged.
     Sequence settle();
     [[nodiscard]] Sequence confirmed() const;
@@ -49,11 +54,12 @@ private:
     void start();
     void run();
     void attempt(std::unique_lock<std::mutex>& lock);
-    plist::PreferenceChanges merge(const Changes& batch, const SettingsDocument& onDisk);
+    PreferenceChanges merge(const Changes& batch, const SettingsDocument& onDisk);
     /// Notes how an attempt ended; what the user should know about it, if anything.
     std::string finish(const Result<SettingsDocument>& result, Sequence reached);
 
     const SettingsFile& file_;
+    Failures failures_;
     Report report_;
 
     mutable std::mutex mutex_;

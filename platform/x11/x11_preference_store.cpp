@@ -15,8 +15,11 @@ constexpr int kFollowAttempts = 5;
 
 std::string preferencesPath() { return configFolder() + "/orvel/preferences.plist"; }
 
-X11PreferenceStore::X11PreferenceStore(std::string path, Report report)
-    : file_(std::move(path)), report_(std::move(report)), writer_(file_, report_) {
+X11PreferenceStore::X11PreferenceStore(std::string path, Report report, Failures failures)
+    : file_(std::move(path)),
+      failures_(failures),
+      report_(std::move(report)),
+      writer_(file_, failures, report_) {
     load();
 }
 
@@ -35,10 +38,19 @@ const PreferenceValue* X11PreferenceStore::value(PreferenceHandle handle) const 
 }
 
 void X11PreferenceStore::set(PreferenceHandle handle, PreferenceValue value) {
-    change(handle, std::move(value));
+    apply({{keys_[handle], std::move(value)}});
 }
 
-void X11PreferenceStore::remove(PreferenceHandle handle) { change(handle, std::nullopt); }
+void X11PreferenceStore::remove(PreferenceHandle handle) { apply({{keys_[handle], std::nullopt}}); }
+
+void X11PreferenceStore::apply(const PreferenceChanges& changes) {
+    const SettingsWriter::Sequence sequence = writer_.change(changes);
+    for (const auto& [key, value] : changes) {
+        const auto kept = changes_.insert_or_assign(key, Change{value, sequence}).first;
+        const PreferenceHandle slot = handle(key);
+        slots_[slot] = kept->second.value ? &*kept->second.value : nullptr;
+    }
+}
 
 int X11PreferenceStore::changesFd() {
     if (!watch_) {
@@ -69,15 +81,9 @@ plist::PreferenceValues X11PreferenceStore::all() const {
     return values;
 }
 
-void X11PreferenceStore::change(PreferenceHandle handle, std::optional<PreferenceValue> value) {
-    const std::string& key = keys_[handle];
-    const SettingsWriter::Sequence sequence = writer_.change(key, value);
-    const auto stored = changes_.insert_or_assign(key, Change{std::move(value), sequence}).first;
-    slots_[handle] = stored->second.value ? &*stored->second.value : nullptr;
-}
-
 void X11PreferenceStore::load() {
     dropConfirmed();
+    problem_.clear();
     Result<SettingsPlace> place = file_.locate();
     for (int i = 0; watch_ && place && i < kFollowAttempts; ++i) {
         watch_->follow(place.value());
@@ -89,7 +95,8 @@ void X11PreferenceStore::load() {
     if (place) {
         take(place.value(), file_.read(place.value(), {document_, writer_.written()}));
     } else {
-        tell(place.error() + "; settings cannot be read");
+        problem_ = place.error();
+        tellUnlessAsked(problem_ + "; settings cannot be read");
     }
     rebuildSlots();
 }
@@ -113,8 +120,9 @@ void X11PreferenceStore::take(const SettingsPlace& place, const SettingsContent&
             break;
         case SettingsContent::State::busy: writer_.settle(); break;
         case SettingsContent::State::unreadable:
-            tell(content.problem + "; " +
-                 (document_ ? "the settings stay as they were" : "defaults apply"));
+            problem_ = content.problem;
+            tellUnlessAsked(problem_ + "; " +
+                            (document_ ? "the settings stay as they were" : "defaults apply"));
             break;
     }
 }
@@ -135,6 +143,11 @@ const PreferenceValue* X11PreferenceStore::lookUp(const std::string& key) const 
     if (!document_) return nullptr;
     const auto stored = document_->values().find(key);
     return stored == document_->values().end() ? nullptr : &stored->second;
+}
+
+/// Who does not wait for reports asks for the problem.
+void X11PreferenceStore::tellUnlessAsked(const std::string& problem) {
+    if (failures_ == Failures::keepTrying) tell(problem);
 }
 
 void X11PreferenceStore::tell(const std::string& problem) {

@@ -24,8 +24,10 @@ std::string preferencesPath();
 /// `changesFd` is readable. Writes reach the disk at once, but on a thread of their own.
 class X11PreferenceStore final : public PreferenceStore {
 public:
+    using Failures = SettingsWriter::Failures;
+
     /// `report` is told in one line, on any thread, what the user should know.
-    X11PreferenceStore(std::string path, Report report);
+    X11PreferenceStore(std::string path, Report report, Failures failures = Failures::keepTrying);
 
     [[nodiscard]] PreferenceHandle handle(std::string_view key) override;
     [[nodiscard]] const PreferenceValue* value(PreferenceHandle handle) const override;
@@ -36,6 +38,10 @@ public:
     int changesFd();
     /// Takes over what other programs wrote; cheap when they wrote nothing.
     void refresh();
+    /// Changes of several keys that nobody sees in part.
+    void apply(const PreferenceChanges& changes);
+    /// Why what is stored could not be read; empty when it could, or when nothing is stored.
+    [[nodiscard]] const std::string& problem() const { return problem_; }
     /// Waits until all changes are on the disk, or says why they are not.
     Result<> flush() { return writer_.flush(); }
 
@@ -49,15 +55,16 @@ private:
         SettingsWriter::Sequence sequence = 0;
     };
 
-    void change(PreferenceHandle handle, std::optional<PreferenceValue> value);
     void load();
     void take(const SettingsPlace& place, const SettingsContent& content);
     void dropConfirmed();
     void rebuildSlots();
     [[nodiscard]] const PreferenceValue* lookUp(const std::string& key) const;
+    void tellUnlessAsked(const std::string& problem);
     void tell(const std::string& problem);
 
     SettingsFile file_;
+    Failures failures_;
     Report report_;
     SettingsWriter writer_;
     std::unique_ptr<SettingsWatch> watch_;
@@ -68,6 +75,7 @@ private:
     std::vector<std::string> keys_;              ///< by handle
     std::vector<const PreferenceValue*> slots_;  ///< by handle
     std::string told_;
+    std::string problem_;
 };
 
 }  // namespace orvel::x11

@@ -215,6 +215,40 @@ TEST(PreferenceDocument, BinaryListsThatUnfoldWithoutEndAreRefused) {
     EXPECT_THAT(problemOf(chainedArrays(3, 2)), HasSubstr("no dictionary"));
 }
 
+/// A binary list of a dictionary with one key and `true` as its value.
+std::string binaryWithKey(std::string_view keyObject) {
+    std::string bytes = "bplist00";
+    bytes += "\xd1\x01\x02";
+    const char keyOffset = static_cast<char>(bytes.size());
+    bytes += keyObject;
+    const char valueOffset = static_cast<char>(bytes.size());
+    bytes += "\x09";
+    const char tableOffset = static_cast<char>(bytes.size());
+    return bytes + "\x08" + keyOffset + valueOffset + std::string(6, '\0') + "\x01\x01" +
+           std::string(7, '\0') + "\x03" + std::string(15, '\0') + tableOffset;
+}
+
+TEST(PreferenceDocument, BinaryKeysThatAreNoTextsAreRefused) {
+    EXPECT_EQ(problemOf(binaryWithKey("Qa")), "");
+    EXPECT_THAT(problemOf(binaryWithKey("\x09")), HasSubstr("key that is no text"));
+    EXPECT_THAT(problemOf(binaryWithKey("\x10\x05")), HasSubstr("key that is no text"));
+    EXPECT_THAT(problemOf(binaryWithKey(std::string_view("Ra\0", 3))),
+                HasSubstr("key that is no text"));
+}
+
+TEST(PreferenceDocument, AZeroByteIsRefused) {
+    std::string bytes = plistOf("<dict><key>a</key><string>b</string></dict>");
+    EXPECT_EQ(problemOf(bytes), "");
+    bytes[bytes.find(">b<") + 1] = '\0';
+    EXPECT_THAT(problemOf(bytes), HasSubstr("zero byte"));
+}
+
+TEST(PreferenceDocument, ANumberThatIsNoneHindersNoChange) {
+    const PreferenceDocument before =
+        documentOf(plistOf("<dict><key>theirs</key><real>nan</real></dict>"));
+    EXPECT_THAT(changed(before, {{"a", true}}).bytes(), HasSubstr("<real>nan</real>"));
+}
+
 TEST(PreferenceList, GoesOutAndComesBackInOrder) {
     const PreferenceEntries entries{{"b", true}, {"a", StringList{"x"}}, {"c", std::int64_t{7}}};
     const Result<PreferenceEntries> read = readPreferenceList(writePreferenceList(entries));

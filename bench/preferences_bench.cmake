@@ -1,0 +1,1 @@
+orvel_bench(preferences_bench SOURCES preferences_bench.cpp LIBS orvel_preferences platform_x11_files)

@@ -1,0 +1,1 @@
+orvel_fuzzer(property_list_fuzzer SOURCES property_list_fuzzer.cpp LIBS platform_plist CORPUS corpus/property_list)
