@@ -70,8 +70,8 @@ Result<> X11Services::showForceQuitDialog() {
 void X11Services::onLost(std::function<void()> lost) { lost_ = std::move(lost); }
 
 std::vector<ServiceCheck> X11Services::checks() {
-    return {manager_.check(), screens_.check(), workspace_.check(), PowerService::check(),
-            DockService::check()};
+    return {manager_.check(),      screens_.check(),      workspace_.check(),
+            inputSources_.check(), PowerService::check(), DockService::check()};
 }
 
 }  // namespace orvel::x11

@@ -8,6 +8,7 @@
 #include "platform/x11/service_connection.hpp"
 #include "platform/x11/window_manager.hpp"
 #include "platform/x11/x11_accessibility_windows.hpp"
+#include "platform/x11/x11_input_sources.hpp"
 #include "platform/x11/x11_launcher.hpp"
 #include "platform/x11/x11_screens.hpp"
 #include "platform/x11/x11_script_runner.hpp"
@@ -48,6 +49,7 @@ public:
     ServiceConnection& server() { return *server_; }
     X11Screens& screens() { return screens_; }
     X11AccessibilityWindows& accessibilityWindows() { return accessibilityWindows_; }
+    X11InputSources& inputSources() { return inputSources_; }
     X11Launcher& launcher() { return launcher_; }
     X11ScriptRunner& scriptRunner() { return scriptRunner_; }
     X11TaskRunner& taskRunner() { return taskRunner_; }
@@ -81,6 +83,7 @@ private:
     GioThread gio_;
     DesktopEntries entries_{&gio_};
     X11Screens screens_{*server_};
+    X11InputSources inputSources_{*server_};
     WindowManager manager_{*server_};
     ClientWindows clients_;
     X11AccessibilityWindows accessibilityWindows_{manager_, clients_, screens_};

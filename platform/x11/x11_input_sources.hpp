@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/input_sources.hpp"
+#include "platform/x11/service_check.hpp"
+#include "platform/x11/service_connection.hpp"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace orvel::x11 {
+
+/// The layouts of the keyboard, which are groups of its keymap. A read answers from what the
+/// server told last and a selection waits for nobody, since both happen while a key is decided.
+class X11InputSources final : public InputSources {
+public:
+    explicit X11InputSources(ServiceConnection& server);
+
+    [[nodiscard]] std::optional<InputSource> current() const override;
+    [[nodiscard]] std::vector<InputSource> selectable() const override;
+    void select(std::string_view id) override;
+
+    [[nodiscard]] ServiceCheck check() const;
+
+private:
+    void watch(std::uint8_t firstEvent);
+    void readKeymap();
+    void readGroup();
+    [[nodiscard]] std::vector<std::string> layoutIds(std::size_t count);
+
+    ServiceConnection& server_;
+    bool hasKeyboardExtension_ = false;
+    std::vector<InputSource> groups_;
+    std::size_t group_ = 0;
+    std::vector<Subscription> subscriptions_;
+};
+
+/// Identifiers of layouts from the texts of the keymap's rules: "us,de" and ",nodeadkeys" give
+/// "xkb:us" and "xkb:de:nodeadkeys".
+std::vector<std::string> layoutIdsFrom(const std::string& layouts, const std::string& variants);
+
+}  // namespace orvel::x11
