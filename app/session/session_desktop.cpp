@@ -60,6 +60,7 @@ Result<std::unique_ptr<SessionDesktop>> SessionDesktop::open(qt::QtRunLoop& runL
                                          std::move(services).value(), options);
     const x11::FnKey fn = x11::readFnKey(table);
     desktop->input_->hub().setFnKey(fn.name);
+    desktop->input_->hub().setTranslator(desktop->services_->shortcutTranslator());
     for (const auto& errors : {desktop->services_->tableErrors(), fn.errors}) {
         for (const std::string& error : errors) desktop->log_->line("⚠️ " + error);
     }

@@ -70,6 +70,11 @@ void InputHub::sendButton(XButton number, bool down) {
     XTestFakeButtonEvent(session_.display(), static_cast<unsigned>(number), down ? True : False, 0);
 }
 
+void InputHub::setTranslator(const ShortcutTranslator& translator) {
+    path_.setTranslator(translator);
+    posted_.setTranslator(translator);
+}
+
 void InputHub::setHandler(const EventHandler& handler) {
     path_.setHandler(handler);
     buttons_.setHandler(handler);

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] ButtonPath& buttons() { return buttons_; }
     [[nodiscard]] PostedKeys& posted() { return posted_; }
     void setHandler(const EventHandler& handler);
+    /// How rewritten and posted shortcuts leave.
+    void setTranslator(const ShortcutTranslator& translator);
 
     /// The place of the key that acts as Fn, as the keymap names it; empty for none.
     void setFnKey(std::string place);

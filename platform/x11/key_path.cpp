@@ -60,11 +60,15 @@ void KeyPath::pressKey(DeviceKey source, KeyCode code, bool isRepeat) {
                 .flags = state_.flags() | ownFlagsOfKey(code),
                 .isAutorepeat = isRepeat};
     const EventVerdict verdict = decide(event);
+    const auto foreign = translated(verdict, event, code);
+    const KeyCode outCode = foreign ? foreign->key : event.keyCode;
     const XKeycode same = source.keycode;
     const XKeycode out = verdict == EventVerdict::swallow ? XKeycode{0}
-                         : event.keyCode == code          ? same
-                                                          : map_.keycodeOf(event.keyCode);
-    const ModifierWish wish = wishFor(verdict, event.flags);
+                         : outCode == code                ? same
+                                                          : map_.keycodeOf(outCode);
+    const ModifierWish wish = foreign
+                                  ? ModifierWish{ModifierWish::Kind::exactly, foreign->modifiers}
+                                  : wishFor(verdict, event.flags);
     if (isRepeat) return ledger_.repeat(source, out, wish);
     ledger_.press(source, out, wish);
 }
@@ -87,6 +91,12 @@ void KeyPath::releaseDevice(int device) {
 void KeyPath::adopt(DeviceKey key) {
     state_.press(key, map_.keyCodeOf(key.keycode));
     ledger_.adopt(key);
+}
+
+std::optional<XShortcut> KeyPath::translated(EventVerdict verdict, const Event& event,
+                                             KeyCode source) const {
+    if (verdict != EventVerdict::modify || !translator_) return std::nullopt;
+    return translator_({event.keyCode, event.flags, source});
 }
 
 EventVerdict KeyPath::decide(Event& event) const {

@@ -2,6 +2,7 @@
 
 #include "platform/event_tap.hpp"
 #include "platform/x11/output_ledger.hpp"
+#include "platform/x11/shortcut_dialect.hpp"
 
 namespace orvel::x11 {
 
@@ -19,6 +20,8 @@ public:
     KeyPath(const KeyMap& map, HidState& state, OutputLedger& ledger);
 
     void setHandler(EventHandler handler) { handler_ = std::move(handler); }
+    /// Asked about every key that the handler rewrote.
+    void setTranslator(ShortcutTranslator translator) { translator_ = std::move(translator); }
     void handle(const DeviceKeyEvent& event);
     /// The device is gone: its held keys are released, the last one pressed first.
     void releaseDevice(int device);
@@ -31,11 +34,14 @@ private:
     void pressKey(DeviceKey source, KeyCode code, bool isRepeat);
     void releaseKey(DeviceKey source, KeyCode code);
     [[nodiscard]] EventVerdict decide(Event& event) const;
+    [[nodiscard]] std::optional<XShortcut> translated(EventVerdict verdict, const Event& event,
+                                                      KeyCode source) const;
 
     const KeyMap& map_;
     HidState& state_;
     OutputLedger& ledger_;
     EventHandler handler_;
+    ShortcutTranslator translator_;
 };
 
 }  // namespace orvel::x11

@@ -62,6 +62,12 @@ void PostedKeys::postKey(const PostedKey& key) {
     const XKeycode out = keyFor(key);
     const DeviceKey source{kPostedDevice, out};
     if (key.type == EventType::keyUp) return ledger_.release(source);
+    const auto foreign = translator_ && key.flags
+                             ? translator_({key.keyCode, *key.flags, std::nullopt})
+                             : std::nullopt;
+    const XKeycode foreignOut = foreign ? map_.keycodeOf(foreign->key) : XKeycode{0};
+    if (foreignOut != 0)
+        return ledger_.press(source, foreignOut, {ModifierWish::Kind::exactly, foreign->modifiers});
     ModifierWish wish;
     if (key.flags) wish = {ModifierWish::Kind::exactly, modifiersForFlags(*key.flags)};
     ledger_.press(source, out, wish);

@@ -2,6 +2,7 @@
 
 #include "platform/event_poster.hpp"
 #include "platform/x11/output_ledger.hpp"
+#include "platform/x11/shortcut_dialect.hpp"
 
 #include <span>
 
@@ -12,6 +13,7 @@ class PostedKeys {
 public:
     PostedKeys(const KeyMap& map, const HidState& state, OutputLedger& ledger);
 
+    void setTranslator(ShortcutTranslator translator) { translator_ = std::move(translator); }
     /// Puts nothing out and returns false when this keyboard lacks a key of the batch.
     bool post(std::span<const PostedKey> keys);
     bool post(std::span<const PostedMediaKey> keys);
@@ -25,6 +27,7 @@ private:
     const KeyMap& map_;
     const HidState& state_;
     OutputLedger& ledger_;
+    ShortcutTranslator translator_;
 };
 
 }  // namespace orvel::x11

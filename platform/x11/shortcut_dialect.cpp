@@ -26,8 +26,7 @@ constexpr unsigned kFiles = bit(Kind::fileManager);
 constexpr unsigned kTerminal = bit(Kind::terminal);
 constexpr unsigned kBrowser = bit(Kind::browser);
 constexpr unsigned kAny = ~0U;
-constexpr unsigned kNotFiles = kAny & ~kFiles;
-constexpr unsigned kNotTerminal = kAny & ~kTerminal;
+constexpr unsigned kTexts = kAny & ~kFiles & ~kTerminal;
 
 /// Where a shortcut came from, when that decides what it is called.
 constexpr KeyCode kAnywhere = -1, kNoKey = -2;
@@ -48,7 +47,6 @@ constexpr auto kRows = std::to_array<Row>({
     {kFiles, key::o, kCmd, key::returnKey, key::returnKey, 0},
     {kFiles, key::returnKey, 0, key::f2, key::f2, 0},
     {kFiles, key::returnKey, kShift, key::f2, key::f2, kXShift},
-    {kFiles, key::backspace, kCmd, key::forwardDelete, key::forwardDelete, 0},
     {kFiles, key::backspace, kCmd, kAnywhere, key::forwardDelete, 0},
     {kFiles, key::c, kCmd, key::x, key::x, kXCtrl},
     {kFiles, key::v, kCmd | kOpt, kAnywhere, key::v, kXCtrl},
@@ -76,17 +74,14 @@ constexpr auto kRows = std::to_array<Row>({
     {kAny, key::tab, kCmd, kAnywhere, key::tab, kXAlt},
     {kAny, key::tab, kCmd | kShift, kAnywhere, key::tab, kXAlt | kXShift},
     // Start and end of line and text.
-    {kNotFiles, key::leftArrow, kCmd, kAnywhere, key::home, 0},
-    {kNotFiles, key::rightArrow, kCmd, kAnywhere, key::end, 0},
-    {kNotFiles, key::leftArrow, kCmd | kShift, kAnywhere, key::home, kXShift},
-    {kNotFiles, key::rightArrow, kCmd | kShift, kAnywhere, key::end, kXShift},
-    {kFiles, key::leftArrow, kCmd, kAnywhere, key::home, 0},
-    {kFiles, key::rightArrow, kCmd, kAnywhere, key::end, 0},
-    {kNotFiles & kNotTerminal, key::upArrow, kCmd, kAnywhere, key::home, kXCtrl},
-    {kNotFiles & kNotTerminal, key::downArrow, kCmd, kAnywhere, key::end, kXCtrl},
-    {kNotFiles & kNotTerminal, key::upArrow, kCmd | kShift, kAnywhere, key::home, kXCtrl | kXShift},
-    {kNotFiles & kNotTerminal, key::downArrow, kCmd | kShift, kAnywhere, key::end,
-     kXCtrl | kXShift},
+    {kAny, key::leftArrow, kCmd, kAnywhere, key::home, 0},
+    {kAny, key::rightArrow, kCmd, kAnywhere, key::end, 0},
+    {kAny, key::leftArrow, kCmd | kShift, kAnywhere, key::home, kXShift},
+    {kAny, key::rightArrow, kCmd | kShift, kAnywhere, key::end, kXShift},
+    {kTexts, key::upArrow, kCmd, kAnywhere, key::home, kXCtrl},
+    {kTexts, key::downArrow, kCmd, kAnywhere, key::end, kXCtrl},
+    {kTexts, key::upArrow, kCmd | kShift, kAnywhere, key::home, kXCtrl | kXShift},
+    {kTexts, key::downArrow, kCmd | kShift, kAnywhere, key::end, kXCtrl | kXShift},
     // The desktop itself.
     {kAny, key::space, kCmd, kAnywhere, key::f2, kXAlt},
     {kAny, key::slash, kCmd | kShift, kAnywhere, key::f10, 0},

@@ -6,6 +6,7 @@
 #include "platform/x11/key_map.hpp"
 #include "platform/x11/platform_table.hpp"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +29,9 @@ struct XShortcut {
     XModifiers modifiers;
     bool operator==(const XShortcut&) const = default;
 };
+
+/// How a shortcut leaves for the application that is in front; absent when it leaves as it is.
+using ShortcutTranslator = std::function<std::optional<XShortcut>(const MacShortcut&)>;
 
 /// Tells what a macOS shortcut is called where an X11 application calls the same act otherwise.
 /// Pure data; the user's table wins over the built-in one.

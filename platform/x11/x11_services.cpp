@@ -30,6 +30,7 @@ X11Services::X11Services(qt::QtRunLoop& runLoop, std::unique_ptr<ServiceConnecti
                          const ServiceOptions& options)
     : runLoop_(runLoop),
       tableErrors_(options.table.errors),
+      dialect_(options.table, tableErrors_),
       server_(std::move(server)),
       clients_(*server_, entries_, ApplicationTable(options.table, tableErrors_)),
       desktopWindows_(runLoop, manager_, clients_),

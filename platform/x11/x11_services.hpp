@@ -6,6 +6,7 @@
 #include "platform/x11/gio_thread.hpp"
 #include "platform/x11/service_check.hpp"
 #include "platform/x11/service_connection.hpp"
+#include "platform/x11/shortcut_dialect.hpp"
 #include "platform/x11/window_manager.hpp"
 #include "platform/x11/x11_accessibility_windows.hpp"
 #include "platform/x11/x11_input_sources.hpp"
@@ -56,6 +57,12 @@ public:
     X11WindowList& windowList() { return windowList_; }
     X11Workspace& workspace() { return workspace_; }
 
+    /// How shortcuts of macOS leave for the application in front. Lives as long as this object.
+    [[nodiscard]] ShortcutTranslator shortcutTranslator() const {
+        return [this](const MacShortcut& shortcut) {
+            return dialect_.translate(shortcut, workspace_.frontmostKind());
+        };
+    }
     [[nodiscard]] const ClientWindows& clients() const { return clients_; }
 
     /// Handles what the desktop told meanwhile, so that the next event meets what is true now.
@@ -79,6 +86,7 @@ private:
     /// Tasks that are still queued when this object ends do nothing.
     std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
     std::vector<std::string> tableErrors_;
+    ShortcutDialect dialect_;
     std::unique_ptr<ServiceConnection> server_;
     GioThread gio_;
     DesktopEntries entries_{&gio_};

@@ -81,6 +81,26 @@ TEST_F(KeyPathTest, RewrittenFlagsArePressedAroundTheKey) {
                 ElementsAre(down(pc::leftControl), down(pc::c), up(pc::c), up(pc::leftControl)));
 }
 
+TEST_F(KeyPathTest, ARewrittenShortcutLeavesByTheNameThatTheApplicationHasForIt) {
+    rewrite(key::a, key::c, flag::command);
+    path.setTranslator([](const MacShortcut& shortcut) -> std::optional<XShortcut> {
+        EXPECT_EQ(shortcut.source, key::a);
+        if (shortcut.key != key::c) return std::nullopt;
+        return XShortcut{key::s, {}};
+    });
+    press(pc::a);
+    path.setTranslator({});
+    release(pc::a);
+    EXPECT_THAT(taken(), ElementsAre(down(pc::s), up(pc::s)));
+}
+
+TEST_F(KeyPathTest, AKeyThatPassesIsNeverTranslated) {
+    path.setTranslator([](const MacShortcut&) { return XShortcut{key::s, {}}; });
+    press(pc::a);
+    release(pc::a);
+    EXPECT_THAT(taken(), ElementsAre(down(pc::a), up(pc::a)));
+}
+
 TEST_F(KeyPathTest, HeldModifiersThatTheFlagsLackAreLiftedWhileTheKeyIsDown) {
     press(pc::leftShift);
     rewrite(key::backspace, key::forwardDelete, 0);

@@ -33,6 +33,16 @@ TEST_F(PostedKeysTest, AKeystrokeLeavesWithItsModifiersAndNothingStaysHeld) {
                 ElementsAre(down(pc::leftControl), down(pc::c), up(pc::c), up(pc::leftControl)));
 }
 
+TEST_F(PostedKeysTest, AShortcutLeavesByTheNameThatTheApplicationHasForIt) {
+    posted.setTranslator([](const MacShortcut& shortcut) -> std::optional<XShortcut> {
+        EXPECT_EQ(shortcut.source, std::nullopt);
+        return XShortcut{key::v, XModifiers(1U << indexOf(XModifier::shift))};
+    });
+    EXPECT_TRUE(post(keystroke(key::c, flag::command)));
+    EXPECT_THAT(taken(),
+                ElementsAre(down(pc::leftShift), down(pc::v), up(pc::v), up(pc::leftShift)));
+}
+
 TEST_F(PostedKeysTest, AKeystrokeSeesNoneOfTheHeldModifiersAndTheyAreHeldAgain) {
     press(pc::leftSuper);
     taken();
