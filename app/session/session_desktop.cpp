@@ -115,6 +115,10 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
              .windowImages = absent_.windowImages,
              .windowList = services_->windowList(),
              .workspace = services_->workspace()} {
+    if (recorder_ || options.isTracing) {
+        passwordFocus_ = std::make_unique<x11::PasswordFocus>();
+        secretInput_.setPasswordField([this] { return passwordFocus_->isKnown(); });
+    }
     if (recorder_) recordFile_.open(options.recordPath, std::ios::app);
     if (options.isTracing) {
         log_->startTracing(x11::TraceFile::defaultPath(),

@@ -5,6 +5,7 @@
 #include "platform/desktop.hpp"
 #include "platform/memory/memory_desktop.hpp"
 #include "platform/qt/qt_run_loop.hpp"
+#include "platform/x11/password_focus.hpp"
 #include "platform/x11/secret_input.hpp"
 #include "platform/x11/x11_event_path.hpp"
 #include "platform/x11/x11_file_system.hpp"
@@ -60,6 +61,8 @@ private:
     std::unique_ptr<x11::X11EventPath> input_;
     std::unique_ptr<x11::X11Services> services_;
     x11::X11InputState inputState_;
+    /// Only while something of what is typed may be kept.
+    std::unique_ptr<x11::PasswordFocus> passwordFocus_;
     x11::SecretInput secretInput_;
     x11::X11FileSystem fileSystem_;
     x11::X11LoginItems loginItems_;

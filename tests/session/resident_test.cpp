@@ -1,6 +1,8 @@
 #include "tests/session/tap_session.hpp"
 #include "tests/support/poll_until.hpp"
 #include "tools/rig/screen_locker.hpp"
+#include "tools/rig/session_bus.hpp"
+#include "tools/rig/text_field_app.hpp"
 
 #include <csignal>
 #include <cstdlib>
@@ -163,6 +165,32 @@ TEST_F(ResidentTest, RecordsASessionThatCanBeReplayed) {
     EXPECT_TRUE(replay.out().waitForEnd());
     EXPECT_THAT(replay.out().text(), HasSubstr(R"("decision":"modify","key":8,"flags":1048576)"))
         << replay.err().text();
+}
+
+TEST_F(ResidentTest, RecordsNothingThatIsTypedIntoAPasswordField) {
+    const rig::SessionBus bus(desktop().environment(), rig::SessionBus::Accessibility::on);
+    const auto file = desktop().home().path() / "session.steps.jsonl";
+    Process orvel = start({"record", "--yes-record-keys", file.string()}, bus.environment());
+    ASSERT_TRUE(orvel->out().waitForText("引擎工作状态已设为"));
+    const auto environment =
+        rig::merged(bus.environment(), {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}});
+    {
+        rig::TextFieldApp plain(rig::TextFieldApp::Kind::plain, environment, desktop().x());
+        // A field that has just got the focus has not said yet what it is.
+        const auto typed = [&] {
+            keyboard().type("w");
+            return contentOf(file);
+        };
+        EXPECT_TRUE(eventually(typed, HasSubstr(R"("key":13,)")));
+    }
+    rig::TextFieldApp field(rig::TextFieldApp::Kind::password, environment, desktop().x());
+    // Long enough for the field to have said what it is before the end.
+    const std::string password(2000, 'q');
+    keyboard().type(password + "\n");
+    ASSERT_EQ(field.nextText(), password);
+    orvel->signal(SIGTERM);
+    EXPECT_EQ(orvel->waitForExit(), exited(0));
+    EXPECT_THAT(contentOf(file), Not(HasSubstr(R"("key":12,)")));
 }
 
 }  // namespace
