@@ -1,5 +1,6 @@
 #include "tools/demo_desktop/demo_desktop.hpp"
 
+#include "tools/rig/picture.hpp"
 #include "tools/rig/windows.hpp"
 
 #include <fstream>
@@ -29,10 +30,7 @@ DemoDesktop::DemoDesktop()
     rig::placeWindow(desktop_.x(), terminalWindow_, kTerminalPlace);
 }
 
-rig::Picture DemoDesktop::terminalPicture() {
-    const rig::WindowFrame frame = rig::frameOf(desktop_.x(), terminalWindow_);
-    return rig::pictureOf(desktop_.x(), terminalWindow_, 0, 0, frame.width, frame.height);
-}
+std::string DemoDesktop::editorTitle() { return rig::titleOf(desktop_.x(), editorWindow_); }
 
 void DemoDesktop::writeScreenshot(const std::filesystem::path& file) {
     rig::screenshot(desktop_.x()).writePng(file);

@@ -2,7 +2,6 @@
 
 #include "tools/rig/child_process.hpp"
 #include "tools/rig/embedded_desktop.hpp"
-#include "tools/rig/picture.hpp"
 
 #include <filesystem>
 #include <memory>
@@ -27,8 +26,8 @@ public:
     void clickEditor() { click(editorWindow_); }
     void clickTerminal() { click(terminalWindow_); }
 
-    /// What the terminal shows. A person waits for a paste to appear before typing on.
-    [[nodiscard]] rig::Picture terminalPicture();
+    /// The editor's title; a star marks text that is not saved.
+    [[nodiscard]] std::string editorTitle();
 
     /// The folder that both applications work in.
     [[nodiscard]] const std::filesystem::path& folder() { return desktop_.home().path(); }
