@@ -3,6 +3,9 @@
 
     tidy.py BUILD_DIR [FILE...]
 
+Without FILEs it takes every source of the programs and tools. Tests are examined only when named:
+they take as long again, and two compilers warn about them already.
+
 A source that passed is remembered under a hash of its content, its compile command, the settings
 and every header it read. The memory is shared by all checkouts of the project; it lies in
 $ORVEL_TIDY_CACHE, or in ~/.cache/orvel/tidy.
@@ -104,7 +107,8 @@ def jobs(build, wanted):
     settings = digest(*(path.read_bytes() for path in sorted(ROOT.glob("**/.clang-tidy"))
                         if "build" not in path.relative_to(ROOT).parts),
                       subprocess.run([TIDY, "--version"], check=True, capture_output=True).stdout)
-    own = {str(ROOT / p) for p in tracked_files() if p.endswith(".cpp")}
+    own = {str(ROOT / p) for p in tracked_files()
+           if p.endswith(".cpp") and (wanted or not p.startswith("tests/"))}
     seen = {}
     for entry in json.loads(Path(build, "compile_commands.json").read_text()):
         path = str(Path(entry["directory"], entry["file"]).resolve())
