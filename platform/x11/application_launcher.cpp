@@ -74,7 +74,7 @@ Result<> ApplicationLauncher::openUri(const std::string& uri) const {
 }
 
 std::string toUri(std::string_view pathOrUri) {
-    const std::string text(pathOrUri);
+    std::string text(pathOrUri);
     if (text.find("://") != std::string::npos || !text.starts_with('/')) return text;
     return given(g_filename_to_uri(text.c_str(), nullptr, nullptr));
 }

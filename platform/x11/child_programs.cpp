@@ -2,7 +2,7 @@
 
 #include "platform/x11/glib_holders.hpp"
 
-#include <signal.h>
+#include <csignal>
 #include <unistd.h>
 
 namespace orvel::x11 {

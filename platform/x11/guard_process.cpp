@@ -9,7 +9,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
+#include <csignal>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>

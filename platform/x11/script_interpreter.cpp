@@ -51,7 +51,7 @@ public:
         return toldBy(kFinder, actors_.fileManager.version());
     }
     Result<std::string> operator()(const script::FrontFolder& query) const {
-        const auto folder = actors_.fileManager.frontFolder();
+        auto folder = actors_.fileManager.frontFolder();
         if (!folder) return query.errorPrefix + "Finder got an error: " + folder.error() + ".";
         return folder;
     }

@@ -48,12 +48,12 @@ std::string cacheFolder() { return folder("XDG_CACHE_HOME", "/.cache"); }
 std::string stateFolder() { return folder("XDG_STATE_HOME", "/.local/state"); }
 
 std::string runtimeFolder() {
-    const std::string configured = absoluteVariable("XDG_RUNTIME_DIR");
+    std::string configured = absoluteVariable("XDG_RUNTIME_DIR");
     if (!configured.empty()) return configured;
     const std::string user = std::to_string(geteuid());
-    const std::string usual = "/run/user/" + user;
+    std::string usual = "/run/user/" + user;
     if (isOursAlone(usual)) return usual;
-    const std::string own = "/tmp/orvel-runtime-" + user;
+    std::string own = "/tmp/orvel-runtime-" + user;
     if (mkdir(own.c_str(), 0700) == 0 || isOursAlone(own)) return own;
     return {};
 }
