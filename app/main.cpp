@@ -42,7 +42,7 @@ void describeSessionCommands(CLI::App& app) {
 /// The words of a command that was understood, as "orvel prefs set".
 std::string commandLine(const CLI::App& app) {
     const auto parsed = app.get_subcommands();
-    const std::string name = app.get_name();
+    const std::string& name = app.get_name();
     return parsed.empty() ? name : name + ' ' + commandLine(*parsed.front());
 }
 

@@ -124,12 +124,13 @@ int PrefsCommand::readChanges(const std::string& bytes, const std::string& path,
     Result<PreferenceEntries> entries = readPreferenceList(bytes);
     if (!entries) return fail(kWrongUse, path + ": " + entries.error());
     int status = 0;
+    const std::string prefix = path + ": ";
     for (const auto& [name, value] : entries.value()) {
         const PreferenceInfo* info = findPreference(name);
         if (info == nullptr) {
-            if (!skipsUnknown) status = fail(kWrongUse, path + ": " + unknown(name));
+            if (!skipsUnknown) status = fail(kWrongUse, prefix + unknown(name));
         } else if (const Result<> checked = checkPreference(*info, value); !checked) {
-            status = fail(kWrongUse, path + ": " + name + ": " + checked.error());
+            status = fail(kWrongUse, (prefix + name).append(": ").append(checked.error()));
         } else {
             changes.emplace(name, value);
         }
