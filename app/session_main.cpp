@@ -41,11 +41,13 @@ int main(int argc, char** argv) {
     record->add_flag("--yes-record-keys", mayRecordKeys, "Agree that what is typed is written");
     auto* doctor =
         app.add_subcommand("doctor", "Tell what this desktop can and cannot do for Orvel");
+    auto* panel = app.add_subcommand("panel", "Open the settings panel of the running program");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : orvel::session::kWrongUse;
     }
+    if (panel->parsed()) return orvel::session::openPanel();
     if (record->parsed() && !mayRecordKeys) {
         std::fputs(
             "orvel: record writes everything that is typed, passwords excepted, into the "

@@ -15,8 +15,8 @@ constexpr double kGapBelowButton = 8;
 constexpr EventMask kAnyPress = monitor_mask::leftMouseDown | monitor_mask::rightMouseDown;
 constexpr std::string_view kMonitorOwner = "settings";
 
-/// Longer than a person keeps the button down in one click.
-constexpr Duration kOneClick = std::chrono::milliseconds(500);
+/// Longer than the button is down in a click, shorter than the way from somewhere else.
+constexpr Duration kOneClick = std::chrono::milliseconds(300);
 
 }  // namespace
 

@@ -1,11 +1,13 @@
 #include "app/session/resident.hpp"
 
 #include "app/application.hpp"
+#include "app/session/panel_session.hpp"
 #include "app/session/session_desktop.hpp"
 #include "app/session/session_environment.hpp"
 #include "app/session/session_lock.hpp"
 #include "app/session/termination_signals.hpp"
 #include "platform/x11/running_sessions.hpp"
+#include "platform/x11/x11_application.hpp"
 #include "platform/x11/x11_run_loop.hpp"
 #include "platform/x11/xdg_folders.hpp"
 
@@ -32,6 +34,7 @@ public:
         : runLoop_(runLoop),
           desktop_(desktop),
           application_(desktop.ports()),
+          panel_(runLoop, desktop.shell(), application_),
           note_(x11::SessionNote::claim(display)) {
         desktop.onServerGone([this] { runLoop_.quit(kServerGone); });
         desktop.onSettingsChange([this] { followSettings(); });
@@ -42,7 +45,7 @@ public:
     }
 
     int run() {
-        TerminationSignals signals(runLoop_, [this] { runLoop_.quit(); });
+        const TerminationSignals endRequests(runLoop_, [this] { runLoop_.quit(); });
         if (desktop_.recorder() != nullptr) desktop_.recorder()->begin();
         application_.delegate().applicationDidFinishLaunching();
         followSettings();
@@ -75,6 +78,7 @@ private:
     qt::QtRunLoop& runLoop_;
     SessionDesktop& desktop_;
     Application application_;
+    PanelSession panel_;
     Result<x11::SessionNote> note_;
     Subscription isOnChange_;
     Subscription isPausedChange_;
@@ -85,6 +89,7 @@ int runWithLock(int& argc, char** argv, const SessionOptions& options, const std
     // Before anything opens a display or starts a thread.
     auto guard = x11::GuardProcess::start();
     if (!guard) return fail(guard.error());
+    const x11::X11Application qtApplication(argc, argv, kServerGone);
     x11::X11RunLoop runLoop(argc, argv);
     auto desktop = SessionDesktop::open(runLoop.get(), std::move(guard).value(), options);
     if (!desktop) return fail(desktop.error());
@@ -106,10 +111,21 @@ int runResident(int& argc, char** argv, const SessionOptions& options) {
     int holder = 0;
     const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, holder);
     if (!lock && holder != 0) {
-        return fail("already running in this session (process " + std::to_string(holder) + ")");
+        const std::string opened = requestPanel(holder) ? "; its settings panel opens" : "";
+        return fail("already running in this session (process " + std::to_string(holder) + ")" +
+                    opened);
     }
     if (!lock) return fail("cannot lock this session in '" + x11::runtimeFolder() + "'");
     return runWithLock(argc, argv, options, environment.display);
+}
+
+int openPanel() {
+    const SessionEnvironment environment = readEnvironment();
+    if (environment.display.empty()) return fail("no X display: DISPLAY is not set");
+    int holder = 0;
+    const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, holder);
+    if (!lock && requestPanel(holder)) return 0;
+    return fail("Orvel does not run in this session; start it with 'orvel run'");
 }
 
 }  // namespace orvel::session

@@ -14,6 +14,7 @@
 #include "platform/x11/x11_login_items.hpp"
 #include "platform/x11/x11_preference_store.hpp"
 #include "platform/x11/x11_services.hpp"
+#include "platform/x11/x11_shell.hpp"
 
 #include <fstream>
 #include <functional>
@@ -36,6 +37,7 @@ public:
 
     [[nodiscard]] Desktop& ports() { return ports_; }
     [[nodiscard]] x11::X11EventTap& tap() { return input_->tap(); }
+    [[nodiscard]] x11::X11Shell& shell() { return shell_; }
     [[nodiscard]] x11::SecretInput& secretInput() { return secretInput_; }
     [[nodiscard]] x11::X11PreferenceStore& preferenceStore() { return preferences_; }
 
@@ -71,6 +73,7 @@ private:
     std::unique_ptr<RecordingTap> recordingTap_;
     std::unique_ptr<RecordingPoster> recordingPoster_;
     std::unique_ptr<RecordingLog> recordingLog_;
+    x11::X11Shell shell_;
     std::function<void()> settingsChanged_;
     std::unique_ptr<qt::ReadableWatch> settingsWatch_;
     /// Stands in for the services that this back end does not offer yet.

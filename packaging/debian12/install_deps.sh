@@ -112,6 +112,7 @@ test_packages=(
     pcmanfm
     python3-dbusmock
     thunar
+    trayer
     wmctrl
     x11-apps
     x11-utils

@@ -9,7 +9,8 @@ class QCoreApplication;
 namespace orvel::x11 {
 
 /// The run loop of an X11 session: Qt's, since Qt's windows live in it. One per process, made on
-/// the main thread; `argc` and `argv` stay valid while it lives.
+/// the main thread; `argc` and `argv` stay valid while it lives. An application object of Qt that
+/// is there already is used.
 class X11RunLoop {
 public:
     X11RunLoop(int& argc, char** argv);

@@ -39,7 +39,7 @@ TEST_F(StatusItemTest, ThePressThatClosesThePanelDoesNotOpenItAgainOnRelease) {
 TEST_F(StatusItemTest, ALaterClickOpensThePanelThatAPressClosed) {
     click();
     pressElsewhere();
-    advance(0.5);
+    advance(0.3);
     click();
     EXPECT_TRUE(app.settingsPanel().isVisible());
 }

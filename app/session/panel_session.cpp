@@ -1,0 +1,56 @@
+#include "app/session/panel_session.hpp"
+
+#include "app/application.hpp"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace orvel::session {
+
+namespace {
+
+constexpr int kPanelSignal = SIGUSR1;
+
+std::atomic<int> requestEnd{-1};
+
+void noteRequest(int /*signal*/) {
+    const int error = errno;
+    const char byte = '!';
+    static_cast<void>(::write(requestEnd.load(), &byte, 1) == 1);
+    errno = error;
+}
+
+/// The read end of a pipe that gets a byte for each request; -1 when there can be none.
+int openRequestPipe() {
+    std::array<int, 2> ends{-1, -1};
+    if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return -1;
+    requestEnd = ends[1];
+    struct sigaction action {};
+    action.sa_handler = noteRequest;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(kPanelSignal, &action, nullptr);
+    return ends[0];
+}
+
+}  // namespace
+
+PanelSession::PanelSession(qt::QtRunLoop& runLoop, x11::X11Shell& shell, Application& application)
+    : content_(shell.panels(), application.settings(), application.engine().isPaused(),
+               [&panel = application.settingsPanel()] { panel.hide(); }) {
+    const int requests = openRequestPipe();
+    if (requests < 0) return;
+    requests_ = runLoop.watchReadable(requests, [requests, &panel = application.settingsPanel()] {
+        std::array<char, 16> bytes{};
+        if (::read(requests, bytes.data(), bytes.size()) > 0) panel.show();
+    });
+}
+
+PanelSession::~PanelSession() { std::signal(kPanelSignal, SIG_IGN); }
+
+bool requestPanel(int process) { return process > 0 && ::kill(process, kPanelSignal) == 0; }
+
+}  // namespace orvel::session

@@ -1,0 +1,100 @@
+#include "platform/x11/x11_panels.hpp"
+
+#include <QGuiApplication>
+#include <QPainterPath>
+#include <QRegion>
+#include <QWindow>
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+namespace orvel::x11 {
+
+namespace {
+
+constexpr std::uint32_t kEveryWorkspace = 0xFFFFFFFF;
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+xcb_connection_t* serverOfQt() {
+    auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return native == nullptr ? nullptr : native->connection();
+}
+
+xcb_atom_t atom(xcb_connection_t* server, std::string_view name) {
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(xcb_intern_atom_reply(
+        server, xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+xcb_window_t rootOf(xcb_connection_t* server) {
+    return xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+}
+
+bool isCompositorRunning(xcb_connection_t* server) {
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> reply(
+        xcb_get_selection_owner_reply(
+            server, xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0")), nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+void askForEveryWorkspace(xcb_connection_t* server, xcb_window_t window) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom(server, "_NET_WM_DESKTOP");
+    message.data.data32[0] = kEveryWorkspace;
+    message.data.data32[1] = 2;  // From a pager: window managers obey it.
+    xcb_send_event(server, 0, rootOf(server),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(server);
+}
+
+/// The outline of the settings panel: rounded corners and, on top, the arrow.
+QRegion settingsOutline(QSize size) {
+    constexpr int arrowHeight = 10;
+    constexpr int arrowHalf = 11;
+    constexpr int radius = 12;
+    QPainterPath path;
+    path.addRoundedRect(QRectF(0, arrowHeight, size.width(), size.height() - arrowHeight), radius,
+                        radius);
+    const double middle = size.width() / 2.0;
+    path.addPolygon(QPolygonF({{middle - arrowHalf, arrowHeight + 1.0},
+                               {middle, 0},
+                               {middle + arrowHalf, arrowHeight + 1.0}}));
+    return QRegion(path.simplified().toFillPolygon().toPolygon());
+}
+
+}  // namespace
+
+void X11Panels::prepare(QWindow& window, const PanelSpec& spec) {
+    const std::string_view name = panelName(spec.id);
+    window.setTitle(spec.id == PanelId::settings
+                        ? QStringLiteral("Orvel")
+                        : QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+}
+
+void X11Panels::willShow(QWindow& window, const PanelSpec& spec) {
+    xcb_connection_t* server = serverOfQt();
+    if (server == nullptr) return;
+    const bool isComposited = isCompositorRunning(server);
+    appearance_.setComposited(isComposited);
+    if (spec.id != PanelId::settings) return;
+    window.setMask(isComposited ? QRegion() : settingsOutline(window.size()));
+}
+
+void X11Panels::shown(QWindow& window, const PanelSpec&) {
+    xcb_connection_t* server = serverOfQt();
+    if (server == nullptr) return;
+    // Window managers forget it whenever the window is hidden.
+    askForEveryWorkspace(server, static_cast<xcb_window_t>(window.winId()));
+}
+
+}  // namespace orvel::x11

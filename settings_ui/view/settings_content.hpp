@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/base/published.hpp"
+
+#include <functional>
+#include <memory>
+
+namespace orvel {
+
+class SettingsModel;
+namespace qt {
+class QuickPanelHost;
+}
+
+namespace settings_view {
+
+class SettingsViewModel;
+
+/// Fills the settings panel of a host while it lives.
+class SettingsContent {
+public:
+    /// `closePanel` hides the panel.
+    SettingsContent(qt::QuickPanelHost& panels, SettingsModel& settings,
+                    const Published<bool>& isEnginePaused, std::function<void()> closePanel);
+    ~SettingsContent();
+    SettingsContent(const SettingsContent&) = delete;
+    SettingsContent& operator=(const SettingsContent&) = delete;
+
+private:
+    qt::QuickPanelHost& panels_;
+    std::unique_ptr<SettingsViewModel> viewModel_;
+};
+
+}  // namespace settings_view
+}  // namespace orvel
