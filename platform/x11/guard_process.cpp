@@ -5,11 +5,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
-#include <csignal>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -83,6 +83,8 @@ void standAside() {
 
 [[noreturn]] void guard(int pipe, int parent, const std::string& display) {
     standAside();
+    const char aside = 1;
+    static_cast<void>(!::write(pipe, &aside, 1));
     keepOnly(pipe, parent);
     auto devices = SyntheticRelease::open(display);
     Watch watch(pipe, parent);
@@ -107,6 +109,18 @@ Failure failure(const char* what) {
 
 }  // namespace
 
+namespace {
+
+/// Until the guard stands aside, a signal that ends the whole group of this process ends it too.
+void waitUntilAside(int pipe) {
+    constexpr int kPatienceMs = 2000;
+    pollfd readable{pipe, POLLIN, 0};
+    char aside = 0;
+    if (::poll(&readable, 1, kPatienceMs) > 0) static_cast<void>(!::read(pipe, &aside, 1));
+}
+
+}  // namespace
+
 Result<GuardProcess> GuardProcess::start(const std::string& display) {
     int ends[2];
     // A socket, since writing to a broken pipe would raise a signal.
@@ -126,6 +140,7 @@ Result<GuardProcess> GuardProcess::start(const std::string& display) {
         errno = error;
         return failure("cannot start the guard process");
     }
+    waitUntilAside(ends[1]);
     return GuardProcess(ends[1], child);
 }
 
