@@ -386,12 +386,11 @@ TEST_F(Scripts, OpenStartsATerminalInTheFolder) {
     EXPECT_EQ(runTask("/usr/bin/open", {"-a", "Terminal", where.string()}), "");
     waitForWindow("XTerm");
     const auto shellFolder = [&] {
-        for (const auto& window : (*services_)->clients().windows()) {
-            std::error_code error;
-            return fs::read_symlink("/proc/" + std::to_string(window.process) + "/cwd", error)
-                .string();
-        }
-        return std::string();
+        const auto& windows = (*services_)->clients().windows();
+        if (windows.empty()) return std::string();
+        std::error_code error;
+        const auto process = std::to_string(windows.front().process);
+        return fs::read_symlink("/proc/" + process + "/cwd", error).string();
     };
     EXPECT_TRUE(eventually(*services_, shellFolder, Eq(where.string())));
 }
