@@ -47,8 +47,8 @@ public:
     int run() {
         const TerminationSignals endRequests(runLoop_, [this] { runLoop_.quit(); });
         if (desktop_.recorder() != nullptr) desktop_.recorder()->begin();
-        application_.delegate().applicationDidFinishLaunching();
         followSettings();
+        application_.delegate().applicationDidFinishLaunching();
         const int status = runLoop_.run();
         if (status != kServerGone) application_.delegate().applicationWillTerminate();
         desktop_.tap().stop();

@@ -39,6 +39,8 @@ public:
     /// Press, release and wheel of a pointer that was taken whole.
     void press(int device, XButton number);
     void release(int device, XButton number);
+    /// Notes a button that was held when its pointer was taken: applications have seen it.
+    void adopt(int device, XButton number) { entries_.push_back({device, number, number}); }
     /// The device is gone or given back: its buttons come up.
     void releaseDevice(int device);
 

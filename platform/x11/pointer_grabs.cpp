@@ -66,11 +66,20 @@ void PointerGrabs::handleHeldBack(bool isPress, int number, int source, unsigned
 void PointerGrabs::takeWhole(int device) {
     if (holdsWhole(device)) return;
     EventSet events(device, {XI_ButtonPress, XI_ButtonRelease, XI_Motion, XI_RawMotion});
-    if (grabDevice(hub_.session(), device, events) == GrabResult::taken) whole_[device] = {};
+    if (grabDevice(hub_.session(), device, events) != GrabResult::taken) return;
+    whole_[device] = {};
+    for (const int number : heldButtons(hub_.session(), device)) {
+        hub_.buttons().adopt(device, number);
+    }
 }
 
 void PointerGrabs::dropWhole(int device) {
     if (whole_.erase(device) != 0) hub_.buttons().releaseDevice(device);
+}
+
+void PointerGrabs::ungrabWhole() {
+    for (const auto& [device, remainder] : whole_) ungrabDevice(hub_.session(), device);
+    if (hub_.session().isAlive()) XSync(hub_.session().display(), False);
 }
 
 void PointerGrabs::giveWholeBack() {

@@ -22,6 +22,8 @@ public:
     void takeWhole(int device);
     [[nodiscard]] bool holdsWhole(int device) const { return whole_.contains(device); }
     void dropWhole(int device);
+    /// Returns when the server has given the mice back. What they sent before is still ours.
+    void ungrabWhole();
     void giveWholeBack();
     void handleButton(int device, bool isPress, int number);
     void handleMotion(int device, double dx, double dy);

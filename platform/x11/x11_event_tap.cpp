@@ -101,6 +101,8 @@ void X11EventTap::takeIfWanted(const InputDevice& device) {
 void X11EventTap::setWheelGrab(bool on) {
     if (std::exchange(grabsWheels_, on) == on || !exists_ || isGivenBack_) return;
     if (!on) {
+        pointers_.ungrabWhole();
+        processEvents();
         pointers_.giveWholeBack();
     } else {
         for (const InputDevice& device : listDevices(hub_.session(), masters_)) {
