@@ -5,6 +5,7 @@
 #include "platform/macos/mac_panel_windows.hpp"
 #include "platform/macos/mac_status_button.hpp"
 #include "platform/macos/mac_text.hpp"
+#include "platform/run_loop.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -47,36 +48,43 @@ NSPoint inView(NSView* view, LocalPoint point) {
 
 class MacNativeMenus final : public NativeMenus {
 public:
-    explicit MacNativeMenus(const StatusButton& button) : button_(button) {}
+    MacNativeMenus(const StatusButton& button, RunLoop& runLoop)
+        : button_(button), runLoop_(runLoop) {}
 
     void popUp(NativeMenu menu, MenuPlace place, std::function<void(std::size_t)> chosen) override {
-        @autoreleasepool {
-            NSView* view = viewOf(place);
-            if (view == nil) return;
-            std::optional<std::size_t> picked;
-            const CfRef<CFTypeRef> target = makeActionTarget([&](CFTypeRef sender) {
-                picked = static_cast<std::size_t>(((__bridge NSMenuItem*)sender).tag);
-            });
-            NSMenu* native = menuFrom(menu, (__bridge id)target.get());
-            // Returns when the menu is gone; timers and queues go on meanwhile.
-            [native popUpMenuPositioningItem:nil atLocation:inView(view, place.at) inView:view];
-            if (picked) chosen(*picked);
-        }
+        // The system's own call returns when the menu is gone; nobody shall wait for that.
+        runLoop_.post([this, menu = std::move(menu), place, chosen = std::move(chosen)] {
+            track(menu, place, chosen);
+        });
     }
 
 private:
+    void track(const NativeMenu& menu, const MenuPlace& place,
+               const std::function<void(std::size_t)>& chosen) const {
+        NSView* view = viewOf(place);
+        if (view == nil) return;
+        std::optional<std::size_t> picked;
+        const CfRef<CFTypeRef> target = makeActionTarget([&](CFTypeRef sender) {
+            picked = static_cast<std::size_t>(((__bridge NSMenuItem*)sender).tag);
+        });
+        NSMenu* native = menuFrom(menu, (__bridge id)target.get());
+        [native popUpMenuPositioningItem:nil atLocation:inView(view, place.at) inView:view];
+        if (picked) chosen(*picked);
+    }
+
     [[nodiscard]] NSView* viewOf(const MenuPlace& place) const {
         if (!place.panel) return (__bridge NSView*)button_.view();
         return ((__bridge NSWindow*)windowOfPanel(*place.panel)).contentView;
     }
 
     const StatusButton& button_;
+    RunLoop& runLoop_;
 };
 
 }  // namespace
 
-std::unique_ptr<NativeMenus> makeNativeMenus(const StatusButton& button) {
-    return std::make_unique<MacNativeMenus>(button);
+std::unique_ptr<NativeMenus> makeNativeMenus(const StatusButton& button, RunLoop& runLoop) {
+    return std::make_unique<MacNativeMenus>(button, runLoop);
 }
 
 }  // namespace orvel::macos

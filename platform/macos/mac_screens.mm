@@ -22,11 +22,8 @@ public:
     [[nodiscard]] std::vector<Screen> screens() const override {
         @autoreleasepool {
             std::vector<Screen> described;
-            NSScreen* main = NSScreen.mainScreen;
-            if (main != nil) described.push_back(describe(main));
-            for (NSScreen* screen in NSScreen.screens) {
-                if (screen != main) described.push_back(describe(screen));
-            }
+            // The first one is that at the origin of all coordinates.
+            for (NSScreen* screen in NSScreen.screens) described.push_back(describe(screen));
             return described;
         }
     }
