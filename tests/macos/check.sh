@@ -23,3 +23,14 @@ python3 tests/macos/tools/check_declarations.py "$out/declarations/all.json" \
     --headers "$PWD/tests/macos/decl" --npm "$downloads/npm/types" \
     --fpc "$downloads/debian/usr/share/fpcsrc/3.2.2/packages" \
     --allow tests/macos/declaration_allow_list.txt
+echo "allowed without confirmation:"
+sed -n '/^[^#]/s/^/  /p' tests/macos/declaration_allow_list.txt
+echo "type checks: $(find "$out/types_on_arm64" -name '*.o' | wc -l) sources on arm64," \
+    "$(find "$out/types_on_x86_64" -name '*.o' | wc -l) on x86_64"
+echo "run over fakes under the address and undefined-behaviour sanitizers:"
+python3 tests/macos/tools/count_tests.py "$out/run_over_fakes/report.xml"
+if [ "${1:-}" != --quick ]; then
+    echo "mistakes put in on purpose:"
+    python3 tests/macos/tools/seeded_defects.py "$out" "$downloads"
+fi
+echo "check-macos: type-checked, link-checked and run over fakes on Linux; never run on a Mac"

@@ -33,6 +33,9 @@ constexpr CGFloat kButtonHeight = 25;
 - (BOOL)isFlipped {
     return NO;
 }
+- (NSSize)fittingSize {
+    return NSMakeSize(100, 50);
+}
 - (NSRect)convertRect:(NSRect)rect toView:(NSView*)view {
     return rect;
 }
@@ -104,6 +107,48 @@ constexpr CGFloat kButtonHeight = 25;
 @implementation NSWindow
 @synthesize identifier = _identifier;
 @synthesize contentView = _contentView;
+@synthesize level = _level;
+@synthesize collectionBehavior = _collectionBehavior;
+@synthesize opaque = _opaque;
+@synthesize backgroundColor = _backgroundColor;
+@synthesize hasShadow = _hasShadow;
+@synthesize acceptsMouseMovedEvents = _acceptsMouseMovedEvents;
+@synthesize releasedWhenClosed = _releasedWhenClosed;
+@synthesize hidesOnDeactivate = _hidesOnDeactivate;
+- (instancetype)initWithContentRect:(NSRect)rect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)defers {
+    self = [super init];
+    _frame = rect;
+    _madeWithStyle = style;
+    [windows addObject:self];
+    return self;
+}
+- (NSRect)frame {
+    return _frame;
+}
+- (BOOL)isVisible {
+    return _isShown;
+}
+- (BOOL)canBecomeKeyWindow {
+    return NO;
+}
+- (void)setFrame:(NSRect)frame display:(BOOL)displays {
+    _frame = frame;
+}
+- (void)setFrameOrigin:(NSPoint)origin {
+    _frame.origin = origin;
+}
+- (void)makeKeyAndOrderFront:(id)sender {
+    _isShown = YES;
+}
+- (void)orderFrontRegardless {
+    _isShown = YES;
+}
+- (void)orderOut:(id)sender {
+    _isShown = NO;
+}
 - (NSRect)convertRectToScreen:(NSRect)rect {
     rect.origin.x += world().statusItemX;
     rect.origin.y += world().statusItemY;
@@ -115,6 +160,14 @@ constexpr CGFloat kButtonHeight = 25;
 }
 @end
 @implementation NSPanel
+@end
+@implementation NSColor
++ (NSColor*)clearColor {
+    return [[NSColor new] autorelease];
+}
+- (id)copyWithZone:(NSZone*)zone {
+    return [self retain];
+}
 @end
 @interface NSStatusBarWindow : NSWindow
 @end
@@ -176,10 +229,14 @@ constexpr CGFloat kButtonHeight = 25;
                                 .isChecked = shown.state == NSControlStateValueOn});
     }
     world().menus.push_back(popped);
-    if (world().chosenItem < 0) return NO;
-    NSMenuItem* chosen = [_items objectAtIndex:static_cast<NSUInteger>(world().chosenItem)];
-    [chosen.target performSelector:chosen->_itemAction withObject:chosen];
-    return YES;
+    for (NSMenuItem* shown in _items) {
+        if (world().chosenTitle.empty() || fake::bytes(shown->_itemTitle) != world().chosenTitle) {
+            continue;
+        }
+        [shown.target performSelector:shown->_itemAction withObject:shown];
+        return YES;
+    }
+    return NO;
 }
 @end
 

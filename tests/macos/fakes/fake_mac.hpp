@@ -196,7 +196,8 @@ struct World {
     std::string openError;
     std::function<ScriptOutcome(const std::string&)> script;
 
-    std::vector<std::pair<std::string, std::string>> pasteboard;  ///< type to contents
+    std::vector<std::pair<std::string, std::string>> pasteboard;  ///< type to contents;
+    ///< those of a picture are its size, as 64x48
     std::int64_t pasteboardCount = 0;
     bool pasteboardHangs = false;
 
@@ -211,7 +212,7 @@ struct World {
     std::string statusItemImage;
     double statusItemX = 1000, statusItemY = 875;
     std::vector<PoppedMenu> menus;
-    int chosenItem = -1;  ///< what the person picks in the next menu
+    std::string chosenTitle;  ///< what the person picks in the next menu; empty: nothing
     int monitors = 0;
     int activations = 0, terminations = 0;
 };

@@ -3,6 +3,7 @@
 #import <ScreenCaptureKit/ScreenCaptureKit.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <tuple>
 
 @interface FakePixels : NSObject {
@@ -300,8 +301,7 @@ bool CGRequestScreenCaptureAccess(void) {
         if (type != "public.tiff") continue;
         FakeImageObject* made = (FakeImageObject*)[super init];
         made->_name = contents;
-        made->_width = 640;
-        made->_height = 480;
+        std::sscanf(contents.c_str(), "%dx%d", &made->_width, &made->_height);
         return made;
     }
     return nil;

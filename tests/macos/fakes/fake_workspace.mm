@@ -204,10 +204,6 @@ void answer(void (^handler)(NSRunningApplication*, NSError*)) {
     return fake::text(_text);
 }
 @end
-@interface FakeScript : NSObject {
-    NSString* _source;
-}
-@end
 @implementation FakeScript
 - (instancetype)initWithSource:(NSString*)source {
     self = [super init];

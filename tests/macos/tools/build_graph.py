@@ -102,24 +102,24 @@ def add_rules(graph):
     for arch in ("arm64", "x86_64"):
         compiler = apple_compiler(graph, arch)
         depends = {"deps": "gcc", "depfile": "$out.d"}
-        graph.rule(f"compile_{arch}", f"{compiler} -MMD -MF $out.d -c $in -o $out",
+        graph.rule(f"compile_{arch}", f"{compiler} -MD -MF $out.d -c $in -o $out",
                    f"type check ({arch}): $in", **depends)
         graph.rule(f"prefix_{arch}",
-                   f"{compiler} -MMD -MF $out.d -x objective-c++-header $in -o $out",
+                   f"{compiler} -MD -MF $out.d -x objective-c++-header $in -o $out",
                    f"common headers ({arch})", **depends)
         graph.rule(f"types_{arch}",
-                   f"{compiler} -include-pch $prefix -MMD -MF $out.d -MT $out -fsyntax-only $in && touch $out",
+                   f"{compiler} -include-pch $prefix -MD -MF $out.d -MT $out -fsyntax-only $in && touch $out",
                    f"type check ({arch}): $in", **depends)
         graph.rule(f"analyze_{arch}",
                    f"{compiler} -include-pch $prefix --analyze -Xclang -analyzer-output=text "
                    "-Xclang -analyzer-werror $in && touch $out", f"analyzer: $in")
         graph.rule(f"ast_{arch}",
-                   f"{compiler} -MMD -MF $out.d -MT $out -fsyntax-only -Xclang -ast-dump=json $in >$out",
+                   f"{compiler} -MD -MF $out.d -MT $out -fsyntax-only -Xclang -ast-dump=json $in >$out",
                    "reading the declarations", **depends)
     fakes = fake_compiler(graph)
-    graph.rule("fake_prefix", f"{fakes} -MMD -MF $out.d -x objective-c++-header $in -o $out",
+    graph.rule("fake_prefix", f"{fakes} -MD -MF $out.d -x objective-c++-header $in -o $out",
                "common headers (fakes)", deps="gcc", depfile="$out.d")
-    graph.rule("fake", f"{fakes} $options -MMD -MF $out.d -c $in -o $out", "for the fakes: $in",
+    graph.rule("fake", f"{fakes} $options -MD -MF $out.d -c $in -o $out", "for the fakes: $in",
                deps="gcc", depfile="$out.d")
     graph.rule("fake_link",
                "clang++-19 -fsanitize=address,undefined @$out.objects -o $out -fuse-ld=lld-19 "
@@ -157,6 +157,11 @@ def add_apple_builds(graph, sources):
     for arch in ("arm64", "x86_64"):
         graph.build(f"{arch}.pch", f"prefix_{arch}", [prefix])
     objects = []
+    # The entry needs the rooms to be linked, so its types are all that is checked.
+    entry = ROOT / "app/mac_main.mm"
+    graph.build(f"entry/{object_name(entry)}", "types_arm64", [entry], ["arm64.pch"],
+                prefix="arm64.pch")
+    graph.check("types_on_arm64", f"entry/{object_name(entry)}")
     for source in sources:
         name = object_name(source)
         graph.build(f"types_on_arm64/{name}", "compile_arm64", [source])
@@ -185,7 +190,7 @@ def add_fakes(graph, sources):
     graph.build("fakes.pch", "fake_prefix", [prefix])
     objects = []
     own = [*(TESTS / "fakes").glob("*.mm"), *(TESTS / "fakes").glob("*.cpp"),
-           *(TESTS / "run").glob("*.mm")]
+           *(TESTS / "run").glob("*.mm"), ROOT / "tests/platform/mac_contract_test.mm"]
     for source in [*sources, *sorted(own)]:
         name = f"run_over_fakes/{object_name(source)}"
         if source.suffix == ".mm":

@@ -113,10 +113,14 @@ extern NSNotificationName const NSWorkspaceScreensDidWakeNotification;
 extern NSNotificationName const NSWorkspaceSessionDidBecomeActiveNotification;
 extern NSNotificationName const NSWorkspaceSessionDidResignActiveNotification;
 extern NSNotificationName const NSApplicationDidResignActiveNotification;
+extern NSNotificationName const NSApplicationWillTerminateNotification;
 extern NSNotificationName const NSWindowDidResignKeyNotification;
 }
 
 @interface NSApplication : NSResponder
+@property(class, readonly) __kindof NSApplication* sharedApplication;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+- (void)run;
 @property(readonly, copy) NSArray<NSWindow*>* windows;
 @property(readonly) NSEvent* currentEvent;
 - (void)activateIgnoringOtherApps:(BOOL)ignores;
@@ -129,12 +133,52 @@ extern "C" __kindof NSApplication* NSApp;
 @property(readonly) NSWindow* window;
 @property NSRect bounds;
 @property(readonly, getter=isFlipped) BOOL flipped;
+@property(readonly) NSSize fittingSize;
 - (NSRect)convertRect:(NSRect)rect toView:(NSView*)view;
 @end
 typedef NSString* NSUserInterfaceItemIdentifier;
-@interface NSWindow : NSResponder MAC_FAKED(id _identifier; id _contentView;)
+typedef NSInteger NSWindowLevel;
+MAC_OPTIONS(NSUInteger, NSWindowStyleMask){
+    NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskNonactivatingPanel = 1 << 7,
+};
+MAC_OPTIONS(NSUInteger, NSWindowCollectionBehavior){
+    NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
+    NSWindowCollectionBehaviorStationary = 1 << 4,
+    NSWindowCollectionBehaviorIgnoresCycle = 1 << 6,
+};
+MAC_ENUM(NSUInteger, NSBackingStoreType){NSBackingStoreBuffered = 2};
+@interface NSColor : NSObject
+@property(class, readonly) NSColor* clearColor;
+@end
+@interface NSWindow : NSResponder MAC_FAKED(id _identifier; id _contentView; id _backgroundColor;
+                                           NSRect _frame; BOOL _isShown; BOOL _opaque;
+                                           BOOL _hasShadow; BOOL _acceptsMouseMovedEvents;
+                                           BOOL _releasedWhenClosed; BOOL _hidesOnDeactivate;
+                                           NSInteger _level; NSUInteger _collectionBehavior;
+                                           NSUInteger _madeWithStyle;)
 @property(copy) NSUserInterfaceItemIdentifier identifier;
 @property(strong) __kindof NSView* contentView;
+- (instancetype)initWithContentRect:(NSRect)rect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)defers;
+@property(readonly) NSRect frame;
+@property(readonly, getter=isVisible) BOOL visible;
+@property(readonly) BOOL canBecomeKeyWindow;
+@property NSWindowLevel level;
+@property NSWindowCollectionBehavior collectionBehavior;
+@property(getter=isOpaque) BOOL opaque;
+@property(copy) NSColor* backgroundColor;
+@property BOOL hasShadow;
+@property BOOL acceptsMouseMovedEvents;
+@property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property BOOL hidesOnDeactivate;
+- (void)setFrame:(NSRect)frame display:(BOOL)displays;
+- (void)setFrameOrigin:(NSPoint)origin;
+- (void)makeKeyAndOrderFront:(id)sender;
+- (void)orderFrontRegardless;
+- (void)orderOut:(id)sender;
 - (NSRect)convertRectToScreen:(NSRect)rect;
 - (void)close;
 @end

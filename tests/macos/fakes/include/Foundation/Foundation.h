@@ -16,10 +16,13 @@ static inline CFTypeRef CFBridgingRetain(id object) { return CFRetain((CFTypeRef
 @interface NSAppleEventDescriptor (MissingHere)
 - (NSString*)stringValue;
 @end
-@interface NSAppleScript (MissingHere)
+@interface FakeScript : NSObject {
+    NSString* _source;
+}
 - (instancetype)initWithSource:(NSString*)source;
 - (NSAppleEventDescriptor*)executeAndReturnError:(NSDictionary**)error;
 @end
+#define NSAppleScript FakeScript
 @interface NSTask (MissingHere)
 @property(copy) NSURL* executableURL;
 - (BOOL)launchAndReturnError:(NSError**)error;
