@@ -1,6 +1,6 @@
 #include "app/cli/prefs_options.hpp"
 
-#include "app/prefs_command.hpp"
+#include "app/cli/prefs_command.hpp"
 #include "platform/command_line.hpp"
 
 #include <CLI/CLI.hpp>

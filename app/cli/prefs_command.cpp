@@ -1,6 +1,6 @@
-#include "app/prefs_command.hpp"
+#include "app/cli/prefs_command.hpp"
 
-#include "app/preference_text.hpp"
+#include "app/cli/preference_text.hpp"
 #include "platform/file_system.hpp"
 
 #include <algorithm>

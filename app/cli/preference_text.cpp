@@ -1,4 +1,4 @@
-#include "app/preference_text.hpp"
+#include "app/cli/preference_text.hpp"
 
 #include "engine/remap_model.hpp"
 #include "platform/base/base64.hpp"
