@@ -89,9 +89,9 @@ int runWithLock(int& argc, char** argv, const SessionOptions& options, const std
     // Before anything opens a display or starts a thread.
     auto guard = x11::GuardProcess::start();
     if (!guard) return fail(guard.error());
-    const x11::X11Application qtApplication(argc, argv, kServerGone);
     // Qt ends the process by itself when there is no display.
     if (const auto server = x11::X11Session::open(); !server) return fail(server.error());
+    const x11::X11Application qtApplication(argc, argv, kServerGone);
     x11::X11RunLoop runLoop(argc, argv);
     auto desktop = SessionDesktop::open(runLoop.get(), std::move(guard).value(), options);
     if (!desktop) return fail(desktop.error());
