@@ -87,7 +87,7 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
                                  : nullptr),
       recordingLog_(recorder_ ? std::make_unique<RecordingLog>(*log_, *recorder_) : nullptr),
       shell_(runLoop),
-      ports_{.accessibilityPermission = absent_.accessibilityPermission,
+      ports_{.accessibilityPermission = accessibilityPermission_,
              .accessibilityWindows = services_->accessibilityWindows(),
              .appControl = shell_.appControl(),
              .capsLock = input_->capsLock(),
@@ -125,6 +125,7 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
         log_->startTracing(x11::TraceFile::defaultPath(),
                            [this] { return secretInput_.isTyped(); });
     }
+    absent_.effects.mute();
     input_->beforeInput([this] { catchUp(); });
     settingsWatch_ = runLoop.watchReadable(preferences_.changesFd(), [this] { catchUp(); });
 }

@@ -7,6 +7,7 @@
 #include "platform/qt/qt_run_loop.hpp"
 #include "platform/x11/password_focus.hpp"
 #include "platform/x11/secret_input.hpp"
+#include "platform/x11/x11_accessibility_permission.hpp"
 #include "platform/x11/x11_event_path.hpp"
 #include "platform/x11/x11_file_system.hpp"
 #include "platform/x11/x11_input_state.hpp"
@@ -59,6 +60,7 @@ private:
     [[nodiscard]] std::optional<std::string> frontmost() const;
 
     std::unique_ptr<x11::X11Log> log_;
+    x11::X11AccessibilityPermission accessibilityPermission_;
     x11::X11PreferenceStore preferences_;
     std::unique_ptr<x11::X11EventPath> input_;
     std::unique_ptr<x11::X11Services> services_;
