@@ -11,8 +11,8 @@ namespace orvel::x11 {
 
 namespace {
 
-/// Absent while Qt does not run.
-int statusWhenGone = 0;
+/// 0 while Qt does not run. What runs at exit is given no context.
+int statusWhenGone = 0;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 void endedByQt() {
     if (statusWhenGone == 0) return;

@@ -49,7 +49,7 @@ void selectRawPresses(xcb_connection_t* connection) {
         std::uint32_t bits;
     } mask{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS};
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    Owned<xcb_input_xi_query_version_reply_t>(xcb_input_xi_query_version_reply(
+    const Owned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
         connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
     xcb_input_xi_select_events(connection, root, 1, &mask.head);
     xcb_flush(connection);

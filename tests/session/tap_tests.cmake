@@ -16,12 +16,14 @@ foreach(test tap_keys_test tap_layouts_test tap_surroundings_test tap_pointer_te
 endforeach()
 
 # The program itself, as a user starts it.
-orvel_test(orvel_run_test
-    SOURCES orvel_run_test.cpp
-    LIBS orvel_tap_session orvel_session_test
-    LABELS session WHOLE)
-target_compile_definitions(orvel_run_test PRIVATE ORVEL_PROGRAM="$<TARGET_FILE:orvel>")
-add_dependencies(orvel_run_test orvel orvel-session)
+foreach(test orvel_run_test orvel_habits_test)
+    orvel_test(${test}
+        SOURCES ${test}.cpp
+        LIBS orvel_tap_session orvel_session_test
+        LABELS session WHOLE)
+    target_compile_definitions(${test} PRIVATE ORVEL_PROGRAM="$<TARGET_FILE:orvel>")
+    add_dependencies(${test} orvel orvel-session)
+endforeach()
 orvel_test(resident_test
     SOURCES resident_test.cpp
     LIBS orvel_tap_session orvel_session_test

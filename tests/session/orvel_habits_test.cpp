@@ -1,0 +1,105 @@
+#include "tests/session/tap_session.hpp"
+#include "tests/support/poll_until.hpp"
+#include "tools/rig/orvel_program.hpp"
+#include "tools/rig/windows.hpp"
+
+#include <X11/Xlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace orvel::test {
+namespace {
+
+using rig::KeyProbe;
+using rig::OrvelProgram;
+using rig::WindowFrame;
+using testing::AllOf;
+using testing::Contains;
+using testing::Field;
+using testing::IsSupersetOf;
+using testing::Lt;
+using testing::Not;
+
+/// What the program does to real windows and real keys, driven from the devices.
+class OrvelHabitsTest : public TapSessionTest {
+protected:
+    void SetUp() override { rig::writeSettings(environment(), {}); }
+
+    static const rig::Environment& environment() { return desktop().environment(); }
+    static OrvelProgram start(rig::Settings settings) {
+        rig::writeSettings(environment(), settings);
+        return {ORVEL_PROGRAM, environment(), {}};
+    }
+    /// Under the usual mapping the Super key is Win.
+    static rig::Settings withUsualMapping(const std::string& card) {
+        rig::Settings settings = rig::usualMapping();
+        settings[card] = true;
+        return settings;
+    }
+    /// Whether a client such as the window manager's switcher holds the keyboard.
+    static bool keyboardIsTaken() {
+        Display* display = desktop().x().get();
+        const int outcome = XGrabKeyboard(display, DefaultRootWindow(display), True, GrabModeAsync,
+                                          GrabModeAsync, CurrentTime);
+        if (outcome == GrabSuccess) XUngrabKeyboard(display, CurrentTime);
+        XSync(display, False);
+        return outcome == AlreadyGrabbed;
+    }
+    static void win(const char* key) { keyboard().chord({"Super_L", key}); }
+};
+
+TEST_F(OrvelHabitsTest, WinWithArrowsSnapsAndRestoresARealWindow) {
+    KeyProbe probe = startProbe();
+    const OrvelProgram orvel = start(withUsualMapping("card_snap"));
+    const auto frame = [&] { return rig::frameOf(desktop().x(), probe.window()); };
+    const WindowFrame before = frame();
+
+    win("Left");
+    EXPECT_TRUE(eventually(frame, AllOf(Field(&WindowFrame::x, Lt(10)),
+                                        Field(&WindowFrame::width, testing::Ge(940)))));
+    win("Right");
+    EXPECT_TRUE(eventually(frame, before));
+    win("Right");
+    EXPECT_TRUE(eventually(frame, Field(&WindowFrame::x, testing::Ge(950))));
+    win("Up");
+    EXPECT_TRUE(eventually(frame, Field(&WindowFrame::width, testing::Ge(1900))));
+    win("Down");
+    EXPECT_TRUE(eventually(frame, before));
+    win("Down");
+    EXPECT_TRUE(eventually([&] { return rig::isVisible(desktop().x(), probe.window()); }, false));
+}
+
+TEST_F(OrvelHabitsTest, AltWithTabBringsTheOtherWindowInFront) {
+    KeyProbe behind = startProbe();
+    KeyProbe inFront(environment(), desktop().x(), {.title = "in front"});
+    const OrvelProgram orvel = start({{"card_tab", true}});
+    const auto active = [] { return rig::activeWindow(desktop().x()); };
+    ASSERT_TRUE(eventually(active, testing::Optional(inFront.window())));
+    keyboard().press("Alt_L");
+    keyboard().press("Tab");
+    // A switcher that has not taken the keyboard yet would miss the release that ends it.
+    EXPECT_TRUE(eventually(keyboardIsTaken, true));
+    keyboard().release("Tab");
+    keyboard().release("Alt_L");
+    EXPECT_TRUE(eventually(active, testing::Optional(behind.window())));
+    EXPECT_TRUE(eventually([] { return state().syntheticKeysDown(); }, testing::IsEmpty()));
+}
+
+TEST_F(OrvelHabitsTest, AKeyNamedAsFnTurnsArrowsIntoHomeAndEnd) {
+    const auto table = std::filesystem::path(environment().at("XDG_CONFIG_HOME")) / "orvel";
+    std::filesystem::create_directories(table);
+    std::ofstream(table / "platform.conf") << "[keys]\nfn = Menu\n";
+    KeyProbe probe = startProbe();
+    const OrvelProgram orvel = start({{"card_fn", true}});
+    keyboard().chord({"Menu", "Up"});
+    keyboard().chord({"Menu", "Down"});
+    EXPECT_TRUE(eventually([&] { return spelled(probe.keys()); },
+                           AllOf(IsSupersetOf({"+Prior", "-Prior", "+Next", "-Next"}),
+                                 Not(Contains("+Up")), Not(Contains("+Menu")))));
+    std::filesystem::remove(table / "platform.conf");
+}
+
+}  // namespace
+}  // namespace orvel::test
