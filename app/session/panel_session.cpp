@@ -15,7 +15,8 @@ namespace {
 
 constexpr int kPanelSignal = SIGUSR1;
 
-std::atomic<int> requestEnd{-1};
+/// A signal handler is given no context.
+std::atomic<int> requestEnd{-1};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 void noteRequest(int /*signal*/) {
     const int error = errno;

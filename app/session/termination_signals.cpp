@@ -11,7 +11,8 @@ namespace orvel::session {
 
 namespace {
 
-std::atomic<int> writeEnd{-1};
+/// A signal handler is given no context.
+std::atomic<int> writeEnd{-1};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 void noteSignal(int /*signal*/) {
     const int error = errno;
