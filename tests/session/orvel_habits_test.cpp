@@ -1,6 +1,7 @@
 #include "tests/session/tap_session.hpp"
 #include "tests/support/poll_until.hpp"
 #include "tools/rig/orvel_program.hpp"
+#include "tools/rig/text_field_app.hpp"
 #include "tools/rig/windows.hpp"
 
 #include <X11/Xlib.h>
@@ -99,6 +100,16 @@ TEST_F(OrvelHabitsTest, AKeyNamedAsFnTurnsArrowsIntoHomeAndEnd) {
                            AllOf(IsSupersetOf({"+Prior", "-Prior", "+Next", "-Next"}),
                                  Not(Contains("+Up")), Not(Contains("+Menu")))));
     std::filesystem::remove(table / "platform.conf");
+}
+
+TEST_F(OrvelHabitsTest, ShiftBackspaceDeletesForwardInATextField) {
+    const OrvelProgram orvel = start({{"card_eject", true}});
+    rig::TextFieldApp field(rig::TextFieldApp::Kind::plain, environment(), desktop().x());
+    keyboard().type("xyz");
+    keyboard().tap("Home");
+    keyboard().chord({"Shift_L", "BackSpace"});
+    keyboard().type("\n");
+    EXPECT_EQ(field.nextText(), "yz");
 }
 
 }  // namespace
