@@ -29,7 +29,9 @@ orvel_test(resident_test
     LIBS orvel_tap_session orvel_session_test
     LABELS session WHOLE)
 add_dependencies(resident_test orvel orvel-session)
-add_test(NAME demo_desktop
-    COMMAND demo-desktop --program $<TARGET_FILE:orvel>
-        --screenshot ${CMAKE_CURRENT_BINARY_DIR}/demo.png)
-set_tests_properties(demo_desktop PROPERTIES LABELS session TIMEOUT 180)
+if(ORVEL_SESSION_TESTS)
+    add_test(NAME demo_desktop
+        COMMAND demo-desktop --program $<TARGET_FILE:orvel>
+            --screenshot ${CMAKE_CURRENT_BINARY_DIR}/demo.png)
+    set_tests_properties(demo_desktop PROPERTIES LABELS session TIMEOUT 180)
+endif()
