@@ -37,7 +37,7 @@ public:
           panel_(runLoop, desktop.shell(), application_),
           note_(x11::SessionNote::claim(display)) {
         desktop.onServerGone([this] { runLoop_.quit(kServerGone); });
-        desktop.onSettingsChange([this] { followSettings(); });
+        desktop.onSettingsRead([this] { followSettings(); });
         desktop.tap().onPanicChord([this](bool isGivenBack) { pause(isGivenBack); });
         const auto noted = [this](bool) { tellOthers(); };
         isOnChange_ = application_.engine().isWindowsModeEnabled().subscribe(noted);

@@ -147,7 +147,7 @@ std::optional<std::string> SessionDesktop::frontmost() const {
 void SessionDesktop::catchUp() {
     preferences_.refresh();
     services_->catchUp();
-    if (settingsChanged_) settingsChanged_();
+    if (settingsRead_) settingsRead_();
 }
 
 void SessionDesktop::onServerGone(std::function<void()> told) {

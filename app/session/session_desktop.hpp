@@ -47,8 +47,9 @@ public:
 
     /// Called once when the X server is gone.
     void onServerGone(std::function<void()> told);
-    /// Called after another process changed the settings.
-    void onSettingsChange(std::function<void()> told) { settingsChanged_ = std::move(told); }
+    /// Called whenever the settings may have changed: before every input, and when their file did.
+    /// Must be cheap when nothing changed.
+    void onSettingsRead(std::function<void()> told) { settingsRead_ = std::move(told); }
 
     SessionDesktop(Key key, qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11Log> log,
                    std::unique_ptr<x11::X11EventPath> input,
@@ -76,7 +77,7 @@ private:
     std::unique_ptr<RecordingPoster> recordingPoster_;
     std::unique_ptr<RecordingLog> recordingLog_;
     x11::X11Shell shell_;
-    std::function<void()> settingsChanged_;
+    std::function<void()> settingsRead_;
     std::unique_ptr<qt::ReadableWatch> settingsWatch_;
     /// Stands in for the services that this back end does not offer yet.
     memory::MemoryDesktop absent_;
