@@ -2,7 +2,8 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
+#include <locale>
+#include <sstream>
 
 #define RAPIDJSON_HAS_STDSTRING 1
 #include <rapidjson/error/en.h>
@@ -12,21 +13,35 @@ namespace orvel {
 
 namespace {
 
-/// Builds `Json` values from the reader's events.
+/// Whether `text` as a whole is a number that fits `number`.
+template <typename Number>
+bool reads(std::string_view text, Number& number) {
+    const char* end = text.data() + text.size();
+    const auto outcome = std::from_chars(text.data(), end, number);
+    return outcome.ec == std::errc{} && outcome.ptr == end;
+}
+
+/// Whether a number out of a double's range is too close to zero rather than too far from it.
+bool isTiny(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    stream.imbue(std::locale::classic());
+    double number = 0;
+    return static_cast<bool>(stream >> number);
+}
+
+/// Builds `Json` values from the reader's events. It reads numbers itself: the reader's own
+/// conversion of a long zero (0.000…) is undefined behaviour.
 class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
 public:
     bool Null() { return add(nullptr); }
     bool Bool(bool flag) { return add(flag); }
-    bool Int(int number) { return add(static_cast<std::int64_t>(number)); }
-    bool Uint(unsigned number) { return add(static_cast<std::int64_t>(number)); }
-    bool Int64(std::int64_t number) { return add(number); }
-    bool Uint64(std::uint64_t number) {
-        if (number > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
-            return add(static_cast<double>(number));
-        }
-        return add(static_cast<std::int64_t>(number));
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
+        if (std::int64_t integer = 0; reads({text, length}, integer)) return add(integer);
+        if (double number = 0; reads({text, length}, number)) return add(number);
+        if (isTiny({text, length})) return add(0.0);
+        refusal_ = "Number too big to be stored in double.";
+        return false;
     }
-    bool Double(double number) { return add(number); }
     bool String(const char* text, rapidjson::SizeType length, bool) {
         return add(std::string(text, length));
     }
@@ -40,6 +55,8 @@ public:
     bool EndArray(rapidjson::SizeType) { return end(); }
 
     Json take() { return std::move(root_); }
+    /// Why the last value was refused.
+    [[nodiscard]] std::string_view refusal() const { return refusal_; }
 
 private:
     struct Open {
@@ -51,7 +68,10 @@ private:
     static constexpr std::size_t kMostLevels = 500;
 
     bool begin(Json::Value container) {
-        if (open_.size() == kMostLevels) return false;
+        if (open_.size() == kMostLevels) {
+            refusal_ = "Values are nested too deeply.";
+            return false;
+        }
         open_.push_back({Json(std::move(container)), {}});
         return true;
     }
@@ -76,6 +96,7 @@ private:
 
     Json root_;
     std::vector<Open> open_;
+    std::string_view refusal_;
 };
 
 unsigned char byteAt(std::string_view text, std::size_t i) {
@@ -148,8 +169,8 @@ void appendQuoted(std::string& out, std::string_view text) {
     out += '"';
 }
 
-std::string_view wordsFor(rapidjson::ParseErrorCode code) {
-    if (code == rapidjson::kParseErrorTermination) return "Values are nested too deeply.";
+std::string_view wordsFor(rapidjson::ParseErrorCode code, const Builder& builder) {
+    if (code == rapidjson::kParseErrorTermination) return builder.refusal();
     return rapidjson::GetParseError_En(code);
 }
 
@@ -187,10 +208,11 @@ Result<Json> parseJson(std::string_view text) {
     rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> input(stream);
     rapidjson::Reader reader;
     constexpr unsigned flags = rapidjson::kParseValidateEncodingFlag |
-                               rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
+                               rapidjson::kParseNumbersAsStringsFlag |
+                               rapidjson::kParseIterativeFlag;
     const auto outcome = reader.Parse<flags>(input, builder);
     if (outcome.IsError()) {
-        return Failure{std::string(wordsFor(outcome.Code())) + " (byte " +
+        return Failure{std::string(wordsFor(outcome.Code(), builder)) + " (byte " +
                        std::to_string(outcome.Offset()) + ")"};
     }
     return builder.take();

@@ -31,6 +31,23 @@ TEST(JsonTest, WritesNumbersWithoutAFractionAsIntegers) {
     EXPECT_EQ(rewritten("[1.0,1e3,-0.0,0.1]"), "[1,1000,0,0.1]");
 }
 
+TEST(JsonTest, ReadsNumbersOfEveryLength) {
+    EXPECT_EQ(rewritten("[9223372036854775807,-9223372036854775808,-0]"),
+              "[9223372036854775807,-9223372036854775808,0]");
+    EXPECT_EQ(rewritten("[18446744073709551616]"), "[18446744073709551616]");
+    EXPECT_EQ(rewritten("0." + std::string(400, '0')), "0");
+    EXPECT_EQ(rewritten("0." + std::string(400, '0') + "e5"), "0");
+    EXPECT_EQ(rewritten("0." + std::string(400, '0') + "1"), "0");
+    EXPECT_EQ(rewritten("-1e-400"), "0");
+    EXPECT_EQ(rewritten("0.1" + std::string(400, '0')), "0.1");
+}
+
+TEST(JsonTest, RefusesNumbersBeyondEveryRange) {
+    EXPECT_THAT(rewritten("[1e400]"), HasSubstr("too big"));
+    EXPECT_THAT(rewritten("1" + std::string(400, '0') + "e-1"), HasSubstr("too big"));
+    EXPECT_THAT(rewritten("[-1" + std::string(400, '0') + "]"), HasSubstr("too big"));
+}
+
 TEST(JsonTest, SaysWhatIsWrongAndWhere) {
     EXPECT_THAT(rewritten("[1,]"), HasSubstr("byte 3"));
     EXPECT_THAT(rewritten("[1] x"), HasSubstr("byte 4"));
