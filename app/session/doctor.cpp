@@ -1,7 +1,7 @@
 #include "app/session/doctor.hpp"
 
+#include "app/cli/doctor_report.hpp"
 #include "app/session/session_environment.hpp"
-#include "app/session/session_options.hpp"
 #include "platform/x11/fn_key.hpp"
 #include "platform/x11/input_checks.hpp"
 #include "platform/x11/x11_preference_store.hpp"
@@ -9,7 +9,7 @@
 #include "platform/x11/x11_services.hpp"
 #include "platform/x11/xdg_folders.hpp"
 
-#include <cstdio>
+#include <iostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -94,12 +94,6 @@ std::vector<ServiceCheck> checkServer(qt::QtRunLoop& runLoop) {
     return checks;
 }
 
-void print(const ServiceCheck& check) {
-    const char* mark = check.isOk ? "ok     " : check.isEssential ? "MISSING" : "absent ";
-    std::printf("%s  %s: %s%s%s\n", mark, check.name.c_str(), check.finding.c_str(),
-                check.remedy.empty() ? "" : " -> ", check.remedy.c_str());
-}
-
 }  // namespace
 
 int runDoctor(int& argc, char** argv) {
@@ -107,12 +101,7 @@ int runDoctor(int& argc, char** argv) {
     std::vector<ServiceCheck> checks{checkSession(readEnvironment()), checkRuntimeFolder(),
                                      checkSettings()};
     append(checks, checkServer(runLoop.get()));
-    int status = 0;
-    for (const ServiceCheck& check : checks) {
-        print(check);
-        if (check.isEssential && !check.isOk) status = kFailed;
-    }
-    return status;
+    return reportChecks(checks, std::cout);
 }
 
 }  // namespace orvel::session

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/session/session_options.hpp"
+#include "app/cli/session_options.hpp"
 
 namespace orvel::session {
 

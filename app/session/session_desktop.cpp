@@ -1,29 +1,15 @@
 #include "app/session/session_desktop.hpp"
 
+#include "app/record/record_file.hpp"
 #include "platform/x11/fn_key.hpp"
 
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace orvel::session {
 
 namespace {
-
-/// A file for the user's eyes only, since it holds what is typed.
-Result<> makePrivateFile(const std::string& path) {
-    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
-    const int file = ::open(path.c_str(), flags, S_IRUSR | S_IWUSR);
-    if (file < 0) return Failure{"cannot write '" + path + "': " + std::strerror(errno)};
-    ::fchmod(file, S_IRUSR | S_IWUSR);
-    ::close(file);
-    return {};
-}
 
 /// The program that a login item starts: the front door beside this one.
 std::string frontDoor() {
@@ -41,7 +27,7 @@ Result<std::unique_ptr<SessionDesktop>> SessionDesktop::open(qt::QtRunLoop& runL
                                                              x11::GuardProcess guard,
                                                              const SessionOptions& options) {
     if (!options.recordPath.empty()) {
-        if (const auto made = makePrivateFile(options.recordPath); !made) {
+        if (const auto made = makeRecordFile(options.recordPath); !made) {
             return Failure{made.error()};
         }
     }

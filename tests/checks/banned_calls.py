@@ -14,7 +14,7 @@ class Ban:
     allowed: str  # Paths in which the call has its place.
 
 
-_PROGRAMS = r"app/(?:main\.cpp|mac_main\.mm|session_main\.cpp)|app/(?:cli|session)/"
+_PROGRAMS = r"app/(?:main\.cpp|mac_main\.mm|session_main\.cpp)|app/(?:cli|session|mac)/"
 
 BANS = (
     Ban("a clock: ask RunLoop for the time",
