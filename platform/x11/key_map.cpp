@@ -112,6 +112,11 @@ void KeyMap::addModifier(const XKeyDescription& key) {
     if (isRight && right == 0) right = key.keycode;
 }
 
+std::optional<KeyCode> KeyMap::keyDownCodeOf(XKeycode keycode) const {
+    if (isModifierKey(codes_[keycode])) return std::nullopt;
+    return codes_[keycode];
+}
+
 XKeycode KeyMap::keycodeOf(KeyCode code) const {
     if (code >= kForeignKeyBase && code < kForeignKeyBase + 256) {
         return static_cast<XKeycode>(code - kForeignKeyBase);

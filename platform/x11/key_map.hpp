@@ -40,6 +40,8 @@ public:
 
     /// The key's code by its place.
     [[nodiscard]] KeyCode keyCodeOf(XKeycode keycode) const { return codes_[keycode]; }
+    /// The key's code when pressing it is a key-down; absent for modifiers, which change flags.
+    [[nodiscard]] std::optional<KeyCode> keyDownCodeOf(XKeycode keycode) const;
     /// The key that goes out for a code; 0 when this keyboard has none.
     [[nodiscard]] XKeycode keycodeOf(KeyCode code) const;
     /// What holding the key does in applications; absent for ordinary keys.

@@ -11,13 +11,18 @@
 
 #include <QQmlEngine>
 
+#include <cstdint>
+#include <functional>
+#include <optional>
+
 namespace orvel::x11 {
 
 /// The services of an X11 session that show something, built together since they share Qt's
 /// windows. Needs a QApplication. Main thread.
 class X11Shell {
 public:
-    explicit X11Shell(qt::QtRunLoop& runLoop);
+    /// `keyDown` as in `MonitorSources`.
+    X11Shell(qt::QtRunLoop& runLoop, std::function<std::optional<KeyCode>(std::uint8_t)> keyDown);
     ~X11Shell();
     X11Shell(const X11Shell&) = delete;
     X11Shell& operator=(const X11Shell&) = delete;

@@ -145,6 +145,12 @@ public:
         const void* window = panel ? macos::windowOfPanel(*panel) : nullptr;
         fake::sendToMonitors(panel.has_value(), number, 0, window);
     }
+    void pressKey(KeyCode key, std::optional<PanelId> panel) {
+        constexpr int kKeyDown = 10;
+        const auto shown = panel ? panels_->create({.id = *panel}) : nullptr;
+        const void* window = panel ? macos::windowOfPanel(*panel) : nullptr;
+        fake::sendToMonitors(panel.has_value(), kKeyDown, key, window);
+    }
 
     Notifications& notifications() { return *notifications_; }
     void resignKey(PanelId panel) {

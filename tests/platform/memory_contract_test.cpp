@@ -114,6 +114,12 @@ public:
         desk_.eventMonitors.deliver(scope, {.type = type, .keyCode = 0, .window = window});
     }
 
+    void pressKey(KeyCode key, std::optional<PanelId> window) {
+        const auto scope = window ? MonitorScope::local : MonitorScope::global;
+        desk_.eventMonitors.deliver(
+            scope, {.type = monitor_mask::keyDown, .keyCode = key, .window = window});
+    }
+
     Notifications& notifications() { return desk_.notifications; }
     void resignKey(PanelId panel) {
         desk_.notifications.post(NotificationName::windowDidResignKey, panel);

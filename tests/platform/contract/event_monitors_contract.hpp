@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/key_codes.hpp"
 #include "platform/event_monitors.hpp"
 
 #include <gmock/gmock.h>
@@ -10,10 +11,12 @@
 
 namespace orvel::contract {
 
-/// What everyone who watches clicks does. `Harness`:
+/// What everyone who watches clicks and keys does. `Harness`:
 ///     EventMonitors& monitors();
 ///     void click(EventMask type, std::optional<PanelId> window);
 ///         a button goes down in that panel, or (absent) in another application
+///     void pressKey(KeyCode key, std::optional<PanelId> window);
+///         likewise a key, while the keyboard is that panel's or another application's
 template <typename Harness>
 class EventMonitorsContract : public ::testing::Test {
 protected:
@@ -86,8 +89,52 @@ TYPED_TEST_P(EventMonitorsContract, MayRemoveItselfAndOthersWhileItIsTold) {
     EXPECT_THAT(this->seen, ::testing::ElementsAre("first"));
 }
 
+TYPED_TEST_P(EventMonitorsContract, TellsGlobalMonitorsWhichKeyWentToAnotherApplication) {
+    std::vector<KeyCode> keys;
+    const auto monitor = this->monitors.add(MonitorScope::global, monitor_mask::keyDown,
+                                            "clipboard", [&](const MonitoredEvent& event) {
+                                                EXPECT_EQ(event.type, monitor_mask::keyDown);
+                                                EXPECT_EQ(event.window, std::nullopt);
+                                                keys.push_back(event.keyCode);
+                                                return true;
+                                            });
+    this->harness.pressKey(key::escape, std::nullopt);
+    this->harness.pressKey(key::a, PanelId::clipboard);
+    this->harness.click(monitor_mask::leftMouseDown, std::nullopt);
+    this->harness.pressKey(key::z, std::nullopt);
+    EXPECT_THAT(keys, ::testing::ElementsAre(key::escape, key::z));
+}
+
+TYPED_TEST_P(EventMonitorsContract, TellsLocalMonitorsWhichKeyAPanelGot) {
+    std::vector<KeyCode> keys;
+    const auto monitor = this->monitors.add(MonitorScope::local, monitor_mask::keyDown, "clipboard",
+                                            [&](const MonitoredEvent& event) {
+                                                EXPECT_EQ(event.window, PanelId::clipboard);
+                                                keys.push_back(event.keyCode);
+                                                return true;
+                                            });
+    this->harness.pressKey(key::a, std::nullopt);
+    this->harness.pressKey(key::escape, PanelId::clipboard);
+    EXPECT_THAT(keys, ::testing::ElementsAre(key::escape));
+}
+
+TYPED_TEST_P(EventMonitorsContract, WhatALocalMonitorKeepsIsToldToNobodyElse) {
+    const auto keeper = this->monitors.add(MonitorScope::local, monitor_mask::keyDown, "clipboard",
+                                           [&](const MonitoredEvent&) { return false; });
+    const auto later = this->monitors.add(MonitorScope::local, monitor_mask::keyDown, "startMenu",
+                                          [&](const MonitoredEvent&) {
+                                              this->seen.emplace_back("later");
+                                              return true;
+                                          });
+    this->harness.pressKey(key::escape, PanelId::clipboard);
+    EXPECT_TRUE(this->seen.empty());
+}
+
 REGISTER_TYPED_TEST_SUITE_P(EventMonitorsContract, TellsGlobalMonitorsOfOtherApplicationsOnly,
                             TellsLocalMonitorsOfOurWindowsOnly, WatchesOnlyWhatItsMaskNames,
-                            SeesNothingMoreOnceRemoved, MayRemoveItselfAndOthersWhileItIsTold);
+                            SeesNothingMoreOnceRemoved, MayRemoveItselfAndOthersWhileItIsTold,
+                            TellsGlobalMonitorsWhichKeyWentToAnotherApplication,
+                            TellsLocalMonitorsWhichKeyAPanelGot,
+                            WhatALocalMonitorKeepsIsToldToNobodyElse);
 
 }  // namespace orvel::contract
