@@ -107,9 +107,11 @@ test_packages=(
     dbus
     dbus-x11
     imagemagick
+    libatspi2.0-dev
     libglib2.0-bin
     mousepad
     pcmanfm
+    picom
     python3-dbusmock
     thunar
     trayer

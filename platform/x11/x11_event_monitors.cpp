@@ -90,6 +90,7 @@ public:
 
 private:
     bool isKept(const QWindow& window, const QMouseEvent& press) {
+        monitors_.lastOwnClick_ = static_cast<std::uint32_t>(press.timestamp());
         const EventMask type = maskOfButton(press.button());
         if (type == 0) return false;
         return !monitors_.deliver(
@@ -177,7 +178,8 @@ void X11EventMonitors::drain() {
         if (general->extension != inputOpcode_) continue;
         // Raw presses of keys and of buttons are laid out alike.
         const auto* press = reinterpret_cast<const xcb_input_raw_button_press_event_t*>(general);
-        if (general->event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+        // The tray may say too late where it put the icon that was just clicked.
+        if (general->event_type == XCB_INPUT_RAW_BUTTON_PRESS && press->time != lastOwnClick_)
             buttonPressed(maskOfButton(press->detail));
         if (general->event_type == XCB_INPUT_RAW_KEY_PRESS)
             keyPressed(static_cast<std::uint8_t>(press->detail), press->time);

@@ -71,6 +71,8 @@ private:
     std::uint8_t inputOpcode_ = 0;
     std::uint32_t selected_ = 0;
     KeyPress lastPress_;
+    /// The server's time of the last button press that Qt told of.
+    std::uint32_t lastOwnClick_ = 0;
     std::unique_ptr<qt::ReadableWatch> watch_;
     std::unique_ptr<Filter> filter_;
 };

@@ -16,6 +16,10 @@ protected:
     static void TearDownTestSuite() { sharedDesktop.reset(); }
     void TearDown() override;
 
+    /// For suites that need another desktop than the usual one.
+    static void startDesktop(const rig::EmbeddedDesktop::Options& options) {
+        sharedDesktop = std::make_unique<rig::EmbeddedDesktop>(options);
+    }
     static rig::EmbeddedDesktop& desktop() { return *sharedDesktop; }
     static rig::Keyboard& keyboard() { return sharedDesktop->keyboard(); }
     static rig::Keyboard& secondKeyboard() { return sharedDesktop->server().secondKeyboard(); }

@@ -1,0 +1,53 @@
+#include "tests/session/panel_session.hpp"
+
+#include "tests/support/poll_until.hpp"
+#include "tools/rig/windows.hpp"
+
+#include <algorithm>
+
+namespace orvel::test {
+
+void PanelSessionTest::SetUpTestSuite() {
+    startDesktop({.size = {},
+                  .windowManager = rig::WindowManager::Kind::openbox,
+                  .accessibility = rig::SessionBus::Accessibility::on});
+}
+
+rig::Environment PanelSessionTest::environment() {
+    return rig::merged(desktop().environment(), {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}});
+}
+
+rig::OrvelProgram PanelSessionTest::start(const rig::Settings& settings) {
+    rig::writeSettings(environment(), settings);
+    return {ORVEL_PROGRAM, environment()};
+}
+
+rig::ExitStatus PanelSessionTest::run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), ORVEL_PROGRAM);
+    rig::ChildProcess program({.arguments = std::move(arguments), .environment = environment()});
+    return program.waitForExit().value_or(rig::ExitStatus{});
+}
+
+std::optional<rig::WindowId> PanelSessionTest::panel() {
+    for (const rig::WindowId window : rig::managedWindows(desktop().x())) {
+        if (rig::titleOf(desktop().x(), window) == "Orvel" &&
+            rig::isVisible(desktop().x(), window)) {
+            return window;
+        }
+    }
+    return std::nullopt;
+}
+
+void PanelSessionTest::waitForPanel() {
+    ASSERT_TRUE(eventually([] { return isPanelOpen(); }, true));
+    rig::waitForFocus(desktop().x(), *panel());
+}
+
+void PanelSessionTest::moveTo(rig::ScreenPoint point) {
+    const rig::ScreenPoint from = state().pointer();
+    if (from == point) return;  // The device has nothing to tell then.
+    mouse().move(point.x - from.x, point.y - from.y);
+    ASSERT_EQ(state().pointer(), point);
+}
+
+}  // namespace orvel::test

@@ -1,0 +1,153 @@
+#include "tests/session/panel_session.hpp"
+#include "tests/support/poll_until.hpp"
+#include "tools/rig/picture.hpp"
+#include "tools/rig/windows.hpp"
+
+namespace orvel::test {
+namespace {
+
+using rig::OrvelProgram;
+using testing::Contains;
+using testing::Not;
+
+/// The way from the icon in a tray to the panel and back.
+class PanelTrayTest : public PanelSessionTest {
+protected:
+    void SetUp() override {
+        PanelSessionTest::SetUp();
+        tray_.emplace(environment(), desktop().x());
+    }
+    void TearDown() override {
+        tray_.reset();
+        PanelSessionTest::TearDown();
+    }
+    rig::WindowFrame icon() { return tray_->waitForIcon(); }
+    rig::Picture iconPicture() {
+        const rig::WindowFrame frame = icon();
+        return rig::pictureOf(desktop().x(), desktop().x().root(), frame.x, frame.y, frame.width,
+                              frame.height);
+    }
+    /// As soon as it is drawn.
+    rig::Picture firstIconPicture() {
+        EXPECT_TRUE(eventually([&] { return iconPicture().colourCount(); }, testing::Gt(3U)));
+        return iconPicture();
+    }
+    void openByClick() {
+        click(icon());
+        waitForPanel();
+    }
+
+    std::optional<rig::Tray> tray_;
+};
+
+TEST_F(PanelTrayTest, AClickOnTheIconOpensThePanelAndAClickElsewhereClosesIt) {
+    OrvelProgram orvel = start();
+    openByClick();
+    const rig::WindowFrame frame = rig::frameOf(desktop().x(), *panel());
+    EXPECT_EQ(frame.width, 350);
+    EXPECT_EQ(frame.height, 550);
+    EXPECT_LE(frame.y + frame.height, icon().y);
+    click(kElsewhere);
+    EXPECT_TRUE(eventually([] { return isPanelOpen(); }, false));
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelTrayTest, APressOnTheIconClosesTheOpenPanelAndItStaysClosed) {
+    OrvelProgram orvel = start();
+    openByClick();
+    moveTo(icon());
+    mouse().press(rig::Button::left);
+    EXPECT_TRUE(eventually([] { return isPanelOpen(); }, false));
+    mouse().release(rig::Button::left);
+    // Whatever the release caused is done when a request that came later is answered.
+    EXPECT_TRUE(run({"panel"}).success());
+    waitForPanel();
+    click(icon());
+    EXPECT_TRUE(eventually([] { return isPanelOpen(); }, false));
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelTrayTest, TheFirstClickOnAnIconThatHasJustDockedOpensThePanel) {
+    for (int start = 0; start < 3; ++start) {
+        OrvelProgram orvel = this->start();
+        click(icon());
+        EXPECT_TRUE(eventually([] { return isPanelOpen(); }, true));
+        EXPECT_TRUE(orvel.stop().success());
+    }
+}
+
+TEST_F(PanelTrayTest, ASwitchTurnedByMouseChangesTheNextKey) {
+    OrvelProgram orvel = start();
+    openByClick();
+    click(switchOf("正向删除功能").frame);
+    EXPECT_TRUE(eventually([] { return isOn("正向删除功能"); }, true));
+    rig::KeyProbe probe = startProbe();
+    keyboard().chord({"Shift_L", "BackSpace"});
+    EXPECT_TRUE(eventually([&] { return spelled(probe.keys()); },
+                           testing::AllOf(Contains("+Delete"), Not(Contains("+BackSpace")))));
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelTrayTest, WhatTheCommandLineSetsShowsInTheOpenPanel) {
+    OrvelProgram orvel = start();
+    openByClick();
+    EXPECT_FALSE(isOn("窗口磁吸管理"));
+    EXPECT_TRUE(run({"prefs", "set", "card_snap", "true"}).success());
+    EXPECT_TRUE(eventually([] { return isOn("窗口磁吸管理"); }, true));
+    EXPECT_TRUE(isPanelOpen());
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelTrayTest, PausedByTheChordIconAndPanelSaySoAndOneClickResumes) {
+    OrvelProgram orvel = start({{"card_eject", true}});
+    const rig::Picture working = firstIconPicture();
+    keyboard().chord({"BackSpace", "Escape", "Return"});
+    EXPECT_TRUE(eventually([&] { return iconPicture() == working; }, false));
+    openByClick();
+    clickOn("push button", "已暂停，点按恢复");
+    EXPECT_TRUE(eventually([&] { return iconPicture() == working; }, true));
+    EXPECT_TRUE(eventually(
+        [] { return seen().find("push button", "已暂停，点按恢复").has_value(); }, false));
+    rig::KeyProbe probe = startProbe();
+    keyboard().chord({"Shift_L", "BackSpace"});
+    EXPECT_TRUE(eventually([&] { return spelled(probe.keys()); }, Contains("+Delete")));
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelTrayTest, ARightClickOpensTheMenuWhoseLastChoiceEndsTheProgram) {
+    OrvelProgram orvel = start();
+    firstIconPicture();
+    click(icon(), rig::Button::right);
+    const auto chooseLast = [&] {
+        keyboard().tap("Up");
+        keyboard().tap("Return");
+        return orvel.process().waitForExit(std::chrono::milliseconds(300));
+    };
+    EXPECT_TRUE(
+        eventually(chooseLast, testing::Optional(rig::ExitStatus{.code = 0, .signal = {}})));
+}
+
+/// A desktop that shows no icons.
+class PanelWithoutTrayTest : public PanelSessionTest {};
+
+TEST_F(PanelWithoutTrayTest, TheCommandLineOpensThePanel) {
+    OrvelProgram orvel = start();
+    EXPECT_TRUE(run({"panel"}).success());
+    waitForPanel();
+    keyboard().tap("Escape");
+    EXPECT_TRUE(eventually([] { return isPanelOpen(); }, false));
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelWithoutTrayTest, StartingTheProgramAgainOpensThePanelOfTheFirst) {
+    OrvelProgram orvel = start();
+    EXPECT_FALSE(run({"run"}).success());
+    waitForPanel();
+    EXPECT_TRUE(orvel.process().running());
+    click(kElsewhere);
+    EXPECT_TRUE(eventually([] { return isPanelOpen(); }, false));
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+}  // namespace
+}  // namespace orvel::test

@@ -1,0 +1,81 @@
+#include "tools/rig/tray.hpp"
+
+#include "tools/rig/rig_error.hpp"
+
+#include <X11/Xlib.h>
+
+#include <memory>
+#include <vector>
+
+namespace orvel::rig {
+namespace {
+
+WindowId trayOwner(XConnection& x) {
+    return XGetSelectionOwner(x.get(), x.atom("_NET_SYSTEM_TRAY_S0"));
+}
+
+std::vector<Window> childrenOf(XConnection& x, Window window) {
+    Window root = None;
+    Window parent = None;
+    Window* list = nullptr;
+    unsigned count = 0;
+    if (XQueryTree(x.get(), window, &root, &parent, &list, &count) == 0) return {};
+    const std::unique_ptr<Window, decltype(&XFree)> owner(list, XFree);
+    return {list, list + count};
+}
+
+/// A window that embeds itself says so in a property.
+bool isEmbedded(XConnection& x, Window window) {
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* data = nullptr;
+    XGetWindowProperty(x.get(), window, x.atom("_XEMBED_INFO"), 0, 2, False, AnyPropertyType, &type,
+                       &format, &count, &left, &data);
+    if (data != nullptr) XFree(data);
+    return type != None;
+}
+
+void collectIcons(XConnection& x, Window window, std::vector<Window>& icons) {
+    for (const Window child : childrenOf(x, window)) {
+        if (isEmbedded(x, child)) {
+            icons.push_back(child);
+        } else {
+            collectIcons(x, child, icons);
+        }
+    }
+}
+
+}  // namespace
+
+Tray::Tray(const Environment& environment, XConnection& x)
+    : x_(x),
+      process_({.arguments = {"trayer", "--edge", "bottom", "--align", "right", "--widthtype",
+                              "request", "--height", "28"},
+                .environment = environment}),
+      window_(waitForWindow(x, "panel")) {
+    if (!pollUntil([&] { return trayOwner(x) != None; })) {
+        throw RigError("the tray does not start: " + process_.err().text());
+    }
+}
+
+std::optional<WindowFrame> Tray::icon() const {
+    std::vector<Window> icons;
+    collectIcons(x_, window_, icons);
+    if (icons.empty() || !isVisible(x_, icons.back())) return std::nullopt;
+    // The tray grows before it moves, and pushes its end off the screen meanwhile.
+    const WindowFrame frame = frameOf(x_, icons.back());
+    const WindowFrame screen = frameOf(x_, x_.root());
+    const bool isOnScreen = frame.x + frame.width <= screen.width;
+    return isOnScreen ? std::optional(frame) : std::nullopt;
+}
+
+WindowFrame Tray::waitForIcon() const {
+    const auto found = pollUntil([&] { return icon(); },
+                                 [](const std::optional<WindowFrame>& frame) { return !!frame; });
+    if (!found) throw RigError("no icon docks in the tray");
+    return *found.last;
+}
+
+}  // namespace orvel::rig
