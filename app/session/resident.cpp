@@ -39,9 +39,13 @@ public:
         desktop.onServerGone([this] { runLoop_.quit(kServerGone); });
         desktop.onSettingsRead([this] { followSettings(); });
         desktop.tap().onPanicChord([this](bool isGivenBack) { pause(isGivenBack); });
-        const auto noted = [this](bool) { tellOthers(); };
-        isOnChange_ = application_.engine().isWindowsModeEnabled().subscribe(noted);
-        isPausedChange_ = application_.engine().isPaused().subscribe(noted);
+        isOnChange_ =
+            application_.engine().isWindowsModeEnabled().subscribe([this](bool) { tellOthers(); });
+        isPausedChange_ = application_.engine().isPaused().subscribe([this](bool isPaused) {
+            // The panel can end a pause that the chord began.
+            if (!isPaused) desktop_.tap().takeBack();
+            tellOthers();
+        });
     }
 
     int run() {

@@ -133,15 +133,22 @@ void X11EventTap::watchRawKeys(bool on) {
 }
 
 void X11EventTap::strikePanicChord() {
-    isGivenBack_ = !isGivenBack_;
     if (isGivenBack_) {
+        takeBack();
+    } else {
+        isGivenBack_ = true;
         giveDevicesBack();
         watchRawKeys(true);
-    } else {
-        watchRawKeys(false);
-        static_cast<void>(takeDevices());
     }
     if (panicTold_) panicTold_(isGivenBack_);
+}
+
+void X11EventTap::takeBack() {
+    if (!std::exchange(isGivenBack_, false) || !exists_) return;
+    watchRawKeys(false);
+    static_cast<void>(takeDevices());
+    hub_.flush();
+    hub_.wakeIfPending();
 }
 
 }  // namespace orvel::x11

@@ -35,6 +35,8 @@ public:
     /// Called when Backspace, Escape and Return are struck together: with true after every key is
     /// released and the devices are given back, with false when they are taken again.
     void onPanicChord(std::function<void(bool isGivenBack)> told) { panicTold_ = std::move(told); }
+    /// Takes the devices again that the chord gave back; nothing is told of it.
+    void takeBack();
     /// Releases every key that is out and gives all devices back for good.
     void stop();
 
