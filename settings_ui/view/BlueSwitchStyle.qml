@@ -4,7 +4,7 @@ import Orvel.Controls
 
 // A switch: a capsule with a knob that springs from side to side. It only asks to be turned; the
 // setting decides what shows.
-T.AbstractButton {
+T.CheckBox {
     id: control
 
     property bool isOn: false
@@ -20,10 +20,13 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
 
-    Accessible.role: Accessible.CheckBox
+    checked: isOn
+    // The click alone changes nothing.
+    nextCheckState: () => control.checkState
+
     Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: isOn
+    Accessible.onPressAction: control.clicked()
+    Accessible.onToggleAction: control.clicked()
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
 

@@ -20,7 +20,9 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
 
+    // A button says that it is a plain one whenever somebody starts to listen.
     Accessible.role: Accessible.ButtonMenu
+    Accessible.onRoleChanged: Accessible.role = Accessible.ButtonMenu
     Accessible.name: spokenName + " " + text
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()

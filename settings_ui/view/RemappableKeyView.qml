@@ -21,7 +21,9 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
 
+    // A button says that it is a plain one whenever somebody starts to listen.
     Accessible.role: Accessible.ButtonMenu
+    Accessible.onRoleChanged: Accessible.role = Accessible.ButtonMenu
     Accessible.name: isRemapped ? spokenName + "，" + choices[mappedIndex] : spokenName
     Keys.onReturnPressed: key.clicked()
     Keys.onEnterPressed: key.clicked()
