@@ -6,8 +6,10 @@
 
 #include <QAction>
 #include <QCursor>
+#include <QGuiApplication>
 #include <QPalette>
 #include <QQuickWindow>
+#include <QScreen>
 
 #include <utility>
 
@@ -51,7 +53,17 @@ void QtNativeMenus::popUp(NativeMenu menu, MenuPlace place,
     if (menu_) menu_.release()->deleteLater();  // Its own action may be calling.
     menu_ = std::make_unique<QMenu>();
     fill(*menu_, menu, chosen);
-    menu_->popup(pointOf(place));
+    menu_->popup(place.panel ? pointOf(place) : besideButton(menu_->sizeHint(), place));
+}
+
+/// Trays are at the bottom of most desktops, where a menu has its room above them.
+QPoint QtNativeMenus::besideButton(QSize menu, const MenuPlace& place) const {
+    const QPoint below = pointOf(place);
+    const QRect button = statusBar_.buttonRect();
+    const QScreen* screen = QGuiApplication::screenAt(button.center());
+    if (button.isEmpty() || screen == nullptr) return below;
+    const bool fits = below.y() + menu.height() <= screen->geometry().bottom() + 1;
+    return fits ? below : QPoint(below.x(), button.y() - menu.height());
 }
 
 QPoint QtNativeMenus::pointOf(const MenuPlace& place) const {

@@ -22,6 +22,7 @@ public:
 
 private:
     [[nodiscard]] QPoint pointOf(const MenuPlace& place) const;
+    [[nodiscard]] QPoint besideButton(QSize menu, const MenuPlace& place) const;
 
     QuickPanelHost& panels_;
     QtStatusBar& statusBar_;
