@@ -15,11 +15,15 @@ class PanelTrayTest : public PanelSessionTest {
 protected:
     void SetUp() override {
         PanelSessionTest::SetUp();
-        tray_.emplace(environment(), desktop().x());
+        startTray();
     }
     void TearDown() override {
         tray_.reset();
         PanelSessionTest::TearDown();
+    }
+    void startTray() {
+        tray_.reset();
+        tray_.emplace(environment(), desktop().x());
     }
     rig::WindowFrame icon() { return tray_->waitForIcon(); }
     rig::Picture iconPicture() {
@@ -68,11 +72,13 @@ TEST_F(PanelTrayTest, APressOnTheIconClosesTheOpenPanelAndItStaysClosed) {
 }
 
 TEST_F(PanelTrayTest, TheFirstClickOnAnIconThatHasJustDockedOpensThePanel) {
-    for (int start = 0; start < 3; ++start) {
-        OrvelProgram orvel = this->start();
+    for (int time = 0; time < 3; ++time) {
+        OrvelProgram orvel = start();
         click(icon());
         EXPECT_TRUE(eventually([] { return isPanelOpen(); }, true));
         EXPECT_TRUE(orvel.stop().success());
+        // A tray closes the gap that an icon leaves when it likes.
+        startTray();
     }
 }
 
