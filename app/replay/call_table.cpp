@@ -107,7 +107,7 @@ std::optional<StepProblem> runCall(const Json& value, ReplaySession& session) {
     const auto row = std::find_if(kCalls.begin(), kCalls.end(),
                                   [&op](const CallRow& candidate) { return candidate.op == op; });
     if (row == kCalls.end()) {
-        return StepProblem{.text = "call.op: " + quoted(op) + " is no operation"};
+        return StepProblem{.text = "call.op: " + inQuotes(op) + " is no operation"};
     }
     if (row->read == kNotBuilt) return notAvailable(op);
 

@@ -8,7 +8,7 @@ static void read(const JsonField& field, EventType& into) {
     const std::string* name = field.json().asString();
     if (name == nullptr) return field.fail("must be a text");
     const auto type = memory::eventTypeNamed(*name);
-    if (!type) return field.fail(quoted(*name) + " is no type of event");
+    if (!type) return field.fail(inQuotes(*name) + " is no type of event");
     into = *type;
 }
 

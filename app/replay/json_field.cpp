@@ -13,7 +13,7 @@ std::string inPath(std::string_view name) {
     constexpr std::string_view plain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-.";
     const bool isPlain = !name.empty() && name.find_first_not_of(plain) == name.npos;
-    return isPlain ? std::string(name) : quoted(name);
+    return isPlain ? std::string(name) : inQuotes(name);
 }
 
 }  // namespace
@@ -41,7 +41,7 @@ std::string JsonField::path() const {
     return parent_->path() + "." + inPath(name_);
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     JsonWriter writer;
     return writer.value(text).text();
 }
@@ -109,7 +109,7 @@ void readName(const JsonField& field, std::span<const std::string_view> names, s
     for (const std::string_view candidate : names) {
         known += (known.empty() ? "" : ", ") + std::string(candidate);
     }
-    field.fail(quoted(*name) + " is none of " + known);
+    field.fail(inQuotes(*name) + " is none of " + known);
 }
 
 ObjectReader::ObjectReader(const JsonField& field)
@@ -128,7 +128,7 @@ const Json* ObjectReader::take(std::string_view name) {
 void ObjectReader::finish() const {
     if (object_ == nullptr || takenCount_ == object_->size()) return;
     for (const auto& [name, json] : *object_) {
-        if (!isKnown(name)) return field_.fail("unknown key " + quoted(name));
+        if (!isKnown(name)) return field_.fail("unknown key " + inQuotes(name));
         if (field_.json().member(name) != &json) return field_.fail(name + " stands twice");
     }
 }

@@ -47,7 +47,7 @@ private:
 };
 
 /// A text of the input as it may stand in an error line: quoted and escaped.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 // One `read` for every type that stands in a step. Each reports through the field when the value
 // is of another type, and leaves `into` alone then.

@@ -9,7 +9,7 @@ Call menuChoose(ObjectReader& arguments) {
         auto& menus = session.desktop.nativeMenus;
         if (!menus.isUp()) return StepProblem{.text = "menu.choose: no menu is up"};
         if (menus.choose(title)) return std::nullopt;
-        return StepProblem{.text = "menu.choose.title: the menu has no item " + quoted(title)};
+        return StepProblem{.text = "menu.choose.title: the menu has no item " + inQuotes(title)};
     };
 }
 

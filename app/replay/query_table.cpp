@@ -27,7 +27,7 @@ std::optional<StepProblem> runQuery(const Json& value, ReplaySession& session) {
     const auto row = std::find_if(kQueries.begin(), kQueries.end(),
                                   [name](const QueryRow& query) { return query.name == *name; });
     if (row == kQueries.end()) {
-        return StepProblem{.text = "query: " + quoted(*name) + " is no state"};
+        return StepProblem{.text = "query: " + inQuotes(*name) + " is no state"};
     }
     if (row->write == kNotBuilt) return notAvailable("query " + *name);
     session.application();

@@ -22,10 +22,10 @@ Failure wrongKeys(const JsonObject& members) {
     const std::string_view* first = nullptr;
     for (const auto& [name, json] : members) {
         const auto key = stepKeyNamed(name);
-        if (!key) return {"unknown step key " + quoted(name)};
+        if (!key) return {"unknown step key " + inQuotes(name)};
         const std::string_view& keyName = kStepKeys[static_cast<std::size_t>(*key)];
         if (first != nullptr) {
-            return {"two step keys: " + quoted(*first) + " and " + quoted(keyName)};
+            return {"two step keys: " + inQuotes(*first) + " and " + inQuotes(keyName)};
         }
         first = &keyName;
     }

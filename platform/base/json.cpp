@@ -21,12 +21,30 @@ bool reads(std::string_view text, Number& number) {
     return outcome.ec == std::errc{} && outcome.ptr == end;
 }
 
-/// Whether a number out of a double's range is too close to zero rather than too far from it.
-bool isTiny(std::string_view text) {
+/// The number by the standard streams, which every library has. Out of a double's range it is
+/// about zero or a very large one.
+double streamedDouble(std::string_view text, bool& isExact) {
     std::istringstream stream{std::string(text)};
     stream.imbue(std::locale::classic());
     double number = 0;
-    return static_cast<bool>(stream >> number);
+    isExact = static_cast<bool>(stream >> number);
+    return number;
+}
+
+bool readsDouble(std::string_view text, double& number) {
+#ifdef __cpp_lib_to_chars
+    return reads(text, number);
+#else  // This library's from_chars knows integers only.
+    bool isExact = false;
+    number = streamedDouble(text, isExact);
+    return isExact;
+#endif
+}
+
+/// Whether a number out of a double's range is too close to zero rather than too far from it.
+bool isTiny(std::string_view text) {
+    bool isExact = false;
+    return std::abs(streamedDouble(text, isExact)) < 1;
 }
 
 /// Builds `Json` values from the reader's events. It reads numbers itself: the reader's own
@@ -37,7 +55,7 @@ public:
     bool Bool(bool flag) { return add(flag); }
     bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
         if (std::int64_t integer = 0; reads({text, length}, integer)) return add(integer);
-        if (double number = 0; reads({text, length}, number)) return add(number);
+        if (double number = 0; readsDouble({text, length}, number)) return add(number);
         if (isTiny({text, length})) return add(0.0);
         refusal_ = "Number too big to be stored in double.";
         return false;

@@ -15,6 +15,7 @@
 #include "platform/log.hpp"
 #include "platform/login_items.hpp"
 #include "platform/macos/mac_factories.hpp"
+#include "platform/macos/mac_power_dry_run.hpp"
 #include "platform/macos/mac_status_button.hpp"
 #include "platform/native_menu.hpp"
 #include "platform/notifications.hpp"
@@ -37,11 +38,19 @@ namespace {
 class OwningDesktop final : public MacDesktop {
 public:
     OwningDesktop(PanelContents& contents, const DesktopOptions& options)
-        : log_(makeLog(options.keepsTrace)), panels_(makePanels(contents)) {}
+        : log_(makeLog(options.keepsTrace)),
+          panels_(makePanels(contents)),
+          dryRun_(options.isPowerDryRun ? makeDryRun() : nullptr) {}
 
     [[nodiscard]] Desktop& ports() override { return ports_; }
+    [[nodiscard]] Desktop portsWith(const RecordedPorts& recorded) override;
 
 private:
+    std::unique_ptr<ScriptRunner> makeDryRun() {
+        return std::make_unique<PowerDryRun>(*scriptRunner_,
+                                             [this](std::string_view line) { log_->line(line); });
+    }
+
     StatusButton statusButton_;
     std::unique_ptr<RunLoop> runLoop_ = makeRunLoop();
     std::unique_ptr<Log> log_;
@@ -73,35 +82,41 @@ private:
     std::unique_ptr<WindowList> windowList_ = makeWindowList();
     std::unique_ptr<Workspace> workspace_ = makeWorkspace();
 
-    Desktop ports_{*accessibilityPermission_,
-                   *accessibilityWindows_,
-                   *appControl_,
-                   *capsLock_,
-                   *eventMonitors_,
-                   *eventPoster_,
-                   *eventTap_,
-                   *fileSystem_,
-                   *haptics_,
-                   *inputSources_,
-                   *inputState_,
-                   *launcher_,
-                   *log_,
-                   *loginItems_,
-                   *nativeMenus_,
-                   *notifications_,
-                   *panels_,
-                   *pasteboard_,
-                   *preferenceStore_,
-                   *runLoop_,
-                   *screens_,
-                   *scriptRunner_,
-                   *statusBar_,
-                   *taskRunner_,
-                   *textCaret_,
-                   *windowImages_,
-                   *windowList_,
-                   *workspace_};
+    std::unique_ptr<ScriptRunner> dryRun_;
+
+    Desktop ports_ = portsWith({*eventTap_, *eventPoster_, *log_});
 };
+
+Desktop OwningDesktop::portsWith(const RecordedPorts& recorded) {
+    return {*accessibilityPermission_,
+            *accessibilityWindows_,
+            *appControl_,
+            *capsLock_,
+            *eventMonitors_,
+            recorded.eventPoster,
+            recorded.eventTap,
+            *fileSystem_,
+            *haptics_,
+            *inputSources_,
+            *inputState_,
+            *launcher_,
+            recorded.log,
+            *loginItems_,
+            *nativeMenus_,
+            *notifications_,
+            *panels_,
+            *pasteboard_,
+            *preferenceStore_,
+            *runLoop_,
+            *screens_,
+            dryRun_ ? *dryRun_ : *scriptRunner_,
+            *statusBar_,
+            *taskRunner_,
+            *textCaret_,
+            *windowImages_,
+            *windowList_,
+            *workspace_};
+}
 
 }  // namespace
 

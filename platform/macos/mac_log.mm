@@ -34,11 +34,7 @@ public:
         std::fflush(stdout);
     }
 
-    [[nodiscard]] bool isTracing() const override {
-        if (!trace_) return false;
-        const SessionState session = readSession();
-        return !session.isSecureInput && !session.isLocked;
-    }
+    [[nodiscard]] bool isTracing() const override { return trace_ && !isTypingSecret(); }
 
     void trace(std::string_view text) override {
         if (!isTracing()) return;

@@ -2,7 +2,9 @@
 
 #include "platform/macos/mac_cf_ref.hpp"
 #include "platform/macos/mac_factories.hpp"
+#include "platform/macos/mac_preference_values.hpp"
 #include "platform/macos/mac_text.hpp"
+#include "platform/macos/mac_user_defaults.hpp"
 
 #import <Foundation/Foundation.h>
 
@@ -12,72 +14,6 @@
 namespace orvel::macos {
 
 namespace {
-
-PreferenceValue ofNumber(CFTypeRef object) {
-    if (CFGetTypeID(object) == CFBooleanGetTypeID()) {
-        return static_cast<bool>(CFBooleanGetValue(static_cast<CFBooleanRef>(object)));
-    }
-    const auto number = static_cast<CFNumberRef>(object);
-    if (CFNumberIsFloatType(number)) {
-        double value = 0;
-        CFNumberGetValue(number, kCFNumberDoubleType, &value);
-        return value;
-    }
-    std::int64_t value = 0;
-    CFNumberGetValue(number, kCFNumberSInt64Type, &value);
-    return value;
-}
-
-PreferenceValue ofArray(NSArray* array) {
-    StringList texts;
-    for (id element in array) {
-        if (![element isKindOfClass:[NSString class]]) return ForeignPreference{};
-        texts.push_back(utf8((__bridge CFStringRef)element));
-    }
-    return texts;
-}
-
-PreferenceValue ofObject(id object) {
-    if ([object isKindOfClass:[NSString class]]) return utf8((__bridge CFStringRef)object);
-    if ([object isKindOfClass:[NSNumber class]]) return ofNumber((__bridge CFTypeRef)object);
-    if ([object isKindOfClass:[NSArray class]]) return ofArray(object);
-    if ([object isKindOfClass:[NSData class]]) {
-        NSData* data = object;
-        const auto* bytes = static_cast<const std::byte*>(data.bytes);
-        return PreferenceData(bytes, bytes + data.length);
-    }
-    return ForeignPreference{};
-}
-
-/// The stored object for each kind of value; null for one that this system never writes.
-struct ToObject {
-    CfRef<CFTypeRef> operator()(bool value) const {
-        return CfRef<CFTypeRef>::retaining(value ? kCFBooleanTrue : kCFBooleanFalse);
-    }
-    CfRef<CFTypeRef> operator()(std::int64_t value) const {
-        return CfRef<CFTypeRef>(CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt64Type, &value));
-    }
-    CfRef<CFTypeRef> operator()(double value) const {
-        return CfRef<CFTypeRef>(CFNumberCreate(kCFAllocatorDefault, kCFNumberDoubleType, &value));
-    }
-    CfRef<CFTypeRef> operator()(const std::string& value) const {
-        return CfRef<CFTypeRef>::retaining(cfString(value).get());
-    }
-    CfRef<CFTypeRef> operator()(const StringList& value) const {
-        NSMutableArray* texts = [NSMutableArray array];
-        for (const std::string& element : value) {
-            const auto text = cfString(element);
-            [texts addObject:(__bridge NSString*)text.get()];
-        }
-        return CfRef<CFTypeRef>::retaining((__bridge CFTypeRef)texts);
-    }
-    CfRef<CFTypeRef> operator()(const PreferenceData& value) const {
-        return CfRef<CFTypeRef>(CFDataCreate(kCFAllocatorDefault,
-                                             reinterpret_cast<const UInt8*>(value.data()),
-                                             static_cast<CFIndex>(value.size())));
-    }
-    CfRef<CFTypeRef> operator()(ForeignPreference) const { return {}; }
-};
 
 /// Over the user's defaults, which follow what other processes write. The object that was read
 /// last is kept: as long as the defaults answer with the same one, its value needs no reading.
@@ -103,7 +39,7 @@ public:
             const auto stored = (__bridge CFTypeRef)object;
             if (stored != entry.read.get()) {
                 entry.read = CfRef<CFTypeRef>::retaining(stored);
-                entry.value = ofObject(object);
+                entry.value = preferenceOf(stored);
             }
         }
         return &entry.value;
@@ -111,7 +47,7 @@ public:
 
     void set(PreferenceHandle handle, PreferenceValue value) override {
         @autoreleasepool {
-            const CfRef<CFTypeRef> object = std::visit(ToObject{}, value);
+            const CfRef<CFTypeRef> object = objectOf(value);
             if (!object) return;
             [defaults() setObject:(__bridge id)object.get() forKey:keyOf(entries_[handle])];
         }
@@ -130,7 +66,7 @@ private:
         PreferenceValue value;
     };
 
-    static NSUserDefaults* defaults() { return NSUserDefaults.standardUserDefaults; }
+    static NSUserDefaults* defaults() { return (__bridge NSUserDefaults*)userDefaults(); }
     static NSString* keyOf(const Entry& entry) { return (__bridge NSString*)entry.key.get(); }
 
     std::map<std::string, PreferenceHandle, std::less<>> handles_;

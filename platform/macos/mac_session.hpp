@@ -20,6 +20,8 @@ struct SessionState {
 };
 
 SessionState readSession();
+/// Whether what is typed now is for one program alone, as a password is. Nothing of it is kept.
+bool isTypingSecret();
 
 /// Tells that the session, its sleep or its permissions may have changed. The system's notices
 /// come twice, late or in another order, so that whoever is told reads the state itself.

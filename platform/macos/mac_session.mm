@@ -37,6 +37,11 @@ SessionState readSession() {
     return state;
 }
 
+bool isTypingSecret() {
+    const SessionState session = readSession();
+    return session.isSecureInput || session.isLocked;
+}
+
 SessionNotices::SessionNotices(std::function<void()> told) {
     const auto observe = [&](NoticeCenter center, CFStringRef name) {
         observations_.emplace_back(center, name, [told](CFTypeRef) { told(); });

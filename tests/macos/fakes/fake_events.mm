@@ -166,6 +166,16 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation location, CGEventTapPlacement 
     installed.insert(isAtHead ? installed.begin() : installed.end(), [tap retain]);
     return fake::give<CFMachPortRef>(tap);
 }
+CGError CGGetEventTapList(uint32_t most, CGEventTapInformation* list, uint32_t* count) {
+    *count = 0;
+    for (FakeTap* tap : installed) {
+        if (*count == most) break;
+        list[(*count)++] = {.eventsOfInterest = tap->_info.mask,
+                            .tappingProcess = getpid(),
+                            .enabled = tap->_info.isEnabled};
+    }
+    return kCGErrorSuccess;
+}
 void CGEventTapEnable(CFMachPortRef tap, bool enable) { tapFrom(tap)->_info.isEnabled = enable; }
 bool CGEventTapIsEnabled(CFMachPortRef tap) { return tapFrom(tap)->_info.isEnabled; }
 CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef, CFMachPortRef tap, CFIndex) {

@@ -175,6 +175,7 @@ constexpr CGFloat kButtonHeight = 25;
 @end
 
 @implementation NSApplication
+@synthesize delegate = _delegate;
 - (NSArray*)windows {
     return [[windows copy] autorelease];
 }
@@ -268,6 +269,9 @@ void resetInterface() {
     statusItem = nil;
     resetMonitors();
     if (NSApp == nil) NSApp = [NSApplication new];
+    [NSApp setDelegate:nil];
 }
+
+void reopen() { [[NSApp delegate] applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]; }
 
 }  // namespace fake

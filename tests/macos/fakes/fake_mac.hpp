@@ -205,6 +205,8 @@ struct World {
     std::map<std::string, std::pair<int, int>> imageFiles;  ///< by path: size in pixels
     std::string loginItemError;
     bool isLoginItem = false;
+    bool loginItemNeedsApproval = false;
+    std::map<std::string, int> automation;  ///< by bundle identifier: what the system answers
     int hapticTaps = 0;
 
     int statusItems = 0;
@@ -215,9 +217,14 @@ struct World {
     std::string chosenTitle;  ///< what the person picks in the next menu; empty: nothing
     int monitors = 0;
     int activations = 0, terminations = 0;
+    std::vector<std::string> broadcasts;  ///< told to every program of the session at once
 };
 World& world();
 
+/// The person opens this program again while it runs.
+void reopen();
+/// The process gets a signal that it watches; false when it does not.
+bool raiseSignal(int signal);
 /// A click on the status item: 2 left, 4 right button up.
 void clickStatusItem(int type, std::uint64_t flags);
 /// What a local monitor lets through, or what other applications get while a global one watches.

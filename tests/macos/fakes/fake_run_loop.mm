@@ -34,6 +34,17 @@ Clock::time_point now() { return Clock::now() + skipped; }
 @implementation FakeQueue
 @end
 
+@interface FakeSource : NSObject <OS_dispatch_source> {
+@public
+    int _signal;
+    dispatch_block_t _handler;
+    dispatch_queue_t _queue;
+    bool _isRunning;
+}
+@end
+@implementation FakeSource
+@end
+
 @interface FakeTimer : NSObject {
 @public
     Clock::time_point _due;
@@ -50,6 +61,7 @@ Clock::time_point now() { return Clock::now() + skipped; }
 namespace {
 
 std::vector<FakeTimer*> timers;
+std::vector<FakeSource*> sources;
 
 Clock::duration seconds(double count) {
     return std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(count));
@@ -153,6 +165,16 @@ void runOnOtherThread(std::function<void()> work, int ofQuality) {
     });
 }
 
+bool raiseSignal(int signal) {
+    bool isWatched = false;
+    for (FakeSource* source : sources) {
+        if (source->_signal != signal || !source->_isRunning) continue;
+        dispatch_async(source->_queue, source->_handler);
+        isWatched = true;
+    }
+    return isWatched;
+}
+
 void resetRunLoop() {
     {
         const std::lock_guard lock(mutex);
@@ -164,6 +186,7 @@ void resetRunLoop() {
     mainQueue.clear();
     later.clear();
     timers.clear();
+    sources.clear();
     skipped = {};
 }
 
@@ -245,4 +268,19 @@ void dispatch_after(dispatch_time_t when, dispatch_queue_t queue, dispatch_block
         },
         wanted);
 }
+const struct dispatch_source_type_s {
+} _dispatch_source_type_signal{};
+dispatch_source_t dispatch_source_create(dispatch_source_type_t type, uintptr_t signal, uintptr_t,
+                                         dispatch_queue_t queue) {
+    if (type != DISPATCH_SOURCE_TYPE_SIGNAL) return nil;
+    FakeSource* source = [FakeSource new];
+    source->_signal = static_cast<int>(signal);
+    source->_queue = queue;
+    sources.push_back(source);
+    return source;
+}
+void dispatch_source_set_event_handler(dispatch_source_t source, dispatch_block_t handler) {
+    ((FakeSource*)source)->_handler = (dispatch_block_t)[(id)handler copy];
+}
+void dispatch_resume(NSObject* source) { ((FakeSource*)source)->_isRunning = true; }
 }

@@ -1,5 +1,7 @@
 #include "fake_support.hpp"
 
+using fake::world;
+
 namespace {
 
 std::map<fake::Center, NSNotificationCenter*> centers;
@@ -34,6 +36,14 @@ std::map<fake::Center, NSNotificationCenter*> centers;
 + (NSNotificationCenter*)defaultCenter {
     return fake::centerOf(fake::Center::distributed);
 }
+- (void)postNotificationName:(NSNotificationName)name
+                      object:(NSString*)object
+                    userInfo:(NSDictionary*)userInfo
+          deliverImmediately:(BOOL)deliversImmediately {
+    // Without this a program that is not in front hears nothing.
+    if (deliversImmediately) world().broadcasts.push_back(fake::bytes(name));
+    if (deliversImmediately) [self postNotificationName:name object:object userInfo:userInfo];
+}
 @end
 @implementation NSOperationQueue (MissingHere)
 + (NSOperationQueue*)mainQueue {
@@ -62,8 +72,6 @@ void postNotification(Center center, const std::string& name, const void* sender
 void resetNotifications() { centers.clear(); }
 
 }  // namespace fake
-
-using fake::world;
 
 extern "C" {
 

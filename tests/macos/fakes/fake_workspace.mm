@@ -1,5 +1,6 @@
 #include "fake_support.hpp"
 
+#import <CoreServices/CoreServices.h>
 #import <ServiceManagement/ServiceManagement.h>
 
 #include <unistd.h>
@@ -176,6 +177,10 @@ void answer(void (^handler)(NSRunningApplication*, NSError*)) {
 + (SMAppService*)mainAppService {
     return [[SMAppService new] autorelease];
 }
+- (SMAppServiceStatus)status {
+    if (world().loginItemNeedsApproval) return SMAppServiceStatusRequiresApproval;
+    return world().isLoginItem ? SMAppServiceStatusEnabled : SMAppServiceStatusNotRegistered;
+}
 - (BOOL)change:(BOOL)isLoginItem error:(NSError**)error {
     if (world().loginItemError.empty()) {
         world().isLoginItem = isLoginItem;
@@ -203,6 +208,9 @@ void answer(void (^handler)(NSRunningApplication*, NSError*)) {
 - (NSString*)stringValue {
     return fake::text(_text);
 }
+- (const AEDesc*)aeDesc {
+    return (const AEDesc*)(void*)self;
+}
 @end
 @implementation FakeScript
 - (instancetype)initWithSource:(NSString*)source {
@@ -220,6 +228,26 @@ void answer(void (^handler)(NSRunningApplication*, NSError*)) {
     FakeDescriptor* made = [[FakeDescriptor new] autorelease];
     made->_text = *outcome.text;
     return (NSAppleEventDescriptor*)made;
+}
+@end
+
+@implementation NSAppleEventDescriptor (MissingHere)
++ (NSAppleEventDescriptor*)descriptorWithBundleIdentifier:(NSString*)identifier {
+    FakeDescriptor* made = [[FakeDescriptor new] autorelease];
+    made->_text = fake::bytes(identifier);
+    return (NSAppleEventDescriptor*)made;
+}
+@end
+extern "C" OSStatus AEDeterminePermissionToAutomateTarget(const AEAddressDesc* target, AEEventClass,
+                                                          AEEventID, Boolean asks) {
+    if (asks) ++world().trustPrompts;
+    return world().automation[((FakeDescriptor*)target)->_text];
+}
+
+@implementation NSUserDefaults (MissingHere)
+- (instancetype)initWithSuiteName:(NSString*)name {
+    [self release];
+    return [[NSUserDefaults standardUserDefaults] retain];
 }
 @end
 

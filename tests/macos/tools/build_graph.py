@@ -64,9 +64,10 @@ def header_only_libraries(graph):
     """A folder with the header-only libraries and nothing else of this machine."""
     folder = graph.out / "libraries"
     folder.mkdir(exist_ok=True)
-    link = folder / "rapidjson"
-    if not link.is_symlink():
-        link.symlink_to("/usr/include/rapidjson")
+    for name in ("rapidjson", "CLI"):
+        link = folder / name
+        if not link.is_symlink():
+            link.symlink_to(f"/usr/include/{name}")
     return folder
 
 
@@ -90,6 +91,7 @@ def fake_compiler(graph):
         "-fobjc-exceptions", "-D_NATIVE_OBJC_EXCEPTIONS", "-DGNUSTEP", "-DGNUSTEP_BASE_LIBRARY=1",
         "-DGNU_RUNTIME=1", "-fconstant-string-class=NSConstantString",
         "-fsanitize=address,undefined", "-fno-sanitize-recover=all", "-fno-omit-frame-pointer",
+        f"-fsanitize-ignorelist={ROOT}/cmake/sanitizer_ignore.txt",
         "-gline-tables-only", "-O0", "-Wno-everything", *(f"-I{i}" for i in includes),
         "-idirafter", "/usr/lib/gcc/x86_64-linux-gnu/12/include"])
 
@@ -98,7 +100,21 @@ def object_name(source):
     return str(source.relative_to(ROOT)).replace("/", ".") + ".o"
 
 
+def program_sources():
+    """What app/CMakeLists.txt and the rooms' put into the program on macOS, but for the back end."""
+    folders = ["platform/memory", "engine", "overlay", "clipboard", "finder_menu", "settings_ui", "app"]
+    elsewhere = re.compile(r"/view/|^app/(main|session_main|cli/session_program)\.cpp$|^app/session/")
+    found = sorted(path for folder in folders for path in (ROOT / folder).rglob("*")
+                   if path.suffix in (".cpp", ".mm"))
+    return [path for path in found if not elsewhere.search(str(path.relative_to(ROOT)))]
+
+
 def add_rules(graph):
+    rooms = apple_compiler(graph, "arm64") + " -DORVEL_VERSION='\"0.0.0\"' -DORVEL_WEBSITE='\"\"'"
+    graph.rule("room_prefix", f"{rooms} -MD -MF $out.d -x c++-header $in -o $out",
+               "common headers (rooms)", deps="gcc", depfile="$out.d")
+    graph.rule("room", f"{rooms} -include-pch rooms.pch -MD -MF $out.d -c $in -o $out",
+               "type check (arm64): $in", deps="gcc", depfile="$out.d")
     for arch in ("arm64", "x86_64"):
         compiler = apple_compiler(graph, arch)
         depends = {"deps": "gcc", "depfile": "$out.d"}
@@ -129,7 +145,7 @@ def add_rules(graph):
     graph.rule("fake_run", f"{TESTS}/tools/run_over_fakes.sh $in $out", "run over fakes")
     graph.rule("declarations", "python3 $tool $in $data && touch $out", "$what")
     graph.rule("stubs", "python3 $in $arguments && touch $out", "stubs for the linker")
-    graph.rule("link", "ld64.lld-19 -dylib -arch arm64 -platform_version macos "
+    graph.rule("link", "ld64.lld-19 $kind -arch arm64 -platform_version macos "
                f"{DEPLOYMENT_TARGET} 15.0 -syslibroot stubs -o $out @$out.objects "
                + " ".join(f"-framework {f}" for f in FRAMEWORKS) + " -lobjc -lc++ -lSystem",
                "link: $out", rspfile="$out.objects", rspfile_content="$in")
@@ -157,11 +173,6 @@ def add_apple_builds(graph, sources):
     for arch in ("arm64", "x86_64"):
         graph.build(f"{arch}.pch", f"prefix_{arch}", [prefix])
     objects = []
-    # The entry needs the rooms to be linked, so its types are all that is checked.
-    entry = ROOT / "app/mac_main.mm"
-    graph.build(f"entry/{object_name(entry)}", "types_arm64", [entry], ["arm64.pch"],
-                prefix="arm64.pch")
-    graph.check("types_on_arm64", f"entry/{object_name(entry)}")
     for source in sources:
         name = object_name(source)
         graph.build(f"types_on_arm64/{name}", "compile_arm64", [source])
@@ -179,8 +190,27 @@ def add_apple_builds(graph, sources):
     stubs = TESTS / "tools/link_stubs.py"
     graph.build("stubs.ok", "stubs", [stubs],
                 arguments=f"{graph.downloads}/npm/types {graph.downloads}/debian stubs")
-    graph.build("link/libmacos.dylib", "link", objects, ["stubs.ok"])
+    graph.build("link/libmacos.dylib", "link", objects, ["stubs.ok"], kind="-dylib")
     graph.check("link", "link/libmacos.dylib")
+    return objects
+
+
+def add_program(graph, back_end_objects):
+    """The rooms, which are the same on every system, and the entry of macOS: the whole program."""
+    prefix = graph.out / "room_prefix.hpp"
+    write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in COMMON_HEADERS if "/" not in h))
+    graph.build("rooms.pch", "room_prefix", [prefix])
+    objects = list(back_end_objects)
+    for source in program_sources():
+        output = f"types_on_arm64/{object_name(source)}"
+        if source.suffix == ".mm":
+            graph.build(output, "compile_arm64", [source])
+        else:
+            graph.build(output, "room", [source], ["rooms.pch"])
+        graph.check("types_on_arm64", output)
+        objects.append(output)
+    graph.build("link/orvelkit", "link", objects, ["stubs.ok"], kind="-execute")
+    graph.check("link", "link/orvelkit")
 
 
 def add_fakes(graph, sources):
@@ -189,7 +219,11 @@ def add_fakes(graph, sources):
     write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in headers))
     graph.build("fakes.pch", "fake_prefix", [prefix])
     objects = []
-    own = [*(TESTS / "fakes").glob("*.mm"), *(TESTS / "fakes").glob("*.cpp"),
+    # What of the command line meets the system.
+    app = [ROOT / "app/mac/mac_recording.mm", ROOT / "app/preferences.cpp", ROOT / "platform/memory/event_names.cpp",
+           *(ROOT / "app/record").glob("*.cpp"), ROOT / "app/cli/prefs_command.cpp",
+           ROOT / "app/cli/preference_text.cpp"]
+    own = [*app, *(TESTS / "fakes").glob("*.mm"), *(TESTS / "fakes").glob("*.cpp"),
            *(TESTS / "run").glob("*.mm"), ROOT / "tests/platform/mac_contract_test.mm"]
     for source in [*sources, *sorted(own)]:
         name = f"run_over_fakes/{object_name(source)}"
@@ -215,7 +249,7 @@ def main():
     shared = sorted([*(ROOT / "platform").glob("*.cpp"), *(ROOT / "platform/base").glob("*.cpp")])
     add_rules(graph)
     add_declarations(graph)
-    add_apple_builds(graph, back_end + shared)
+    add_program(graph, add_apple_builds(graph, back_end + shared))
     add_fakes(graph, back_end + shared)
     (graph.out / "build.ninja").write_text(graph.text(), encoding="utf-8")
 

@@ -119,6 +119,9 @@ class PascalUnits:
         shifted = re.fullmatch(r"(\d+) shl (\d+)", text)
         if shifted:
             return int(shifted[1]) << int(shifted[2])
+        four_letters = re.fullmatch(r"FourCharCode\('(.{4})'\)", text)
+        if four_letters:
+            return int.from_bytes(four_letters[1].encode("mac-roman"), "big")
         following = self.constants.get(text)
         return self._value(following, depth + 1) if following and depth < 5 else None
 

@@ -57,6 +57,7 @@ typedef NSString* NSNotificationName;
 @interface NSString : NSObject <NSCopying>
 + (instancetype)stringWithUTF8String:(const char*)bytes;
 - (NSRange)rangeOfString:(NSString*)text;
+- (BOOL)isEqualToString:(NSString*)text;
 @end
 
 @interface NSNumber : NSObject <NSCopying>
@@ -83,8 +84,14 @@ typedef NSString* NSNotificationName;
 - (ObjectType)objectForKey:(KeyType)key;
 @end
 
+@interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>
++ (instancetype)dictionary;
+- (void)setObject:(ObjectType)object forKey:(KeyType<NSCopying>)key;
+@end
+
 @interface NSData : NSObject
 + (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
++ (instancetype)dataWithContentsOfFile:(NSString*)path;
 @property(readonly) NSUInteger length;
 @property(readonly) const void* bytes;
 @end
@@ -119,10 +126,16 @@ typedef NSString* NSNotificationName;
 
 @interface NSDistributedNotificationCenter : NSNotificationCenter
 + (NSDistributedNotificationCenter*)defaultCenter;
+- (void)postNotificationName:(NSNotificationName)name
+                      object:(NSString*)object
+                    userInfo:(NSDictionary*)userInfo
+          deliverImmediately:(BOOL)deliversImmediately;
 @end
 
 @interface NSUserDefaults : NSObject
 @property(class, readonly) NSUserDefaults* standardUserDefaults;
+- (instancetype)initWithSuiteName:(NSString*)name;
+- (BOOL)synchronize;
 - (id)objectForKey:(NSString*)key;
 - (void)setObject:(id)value forKey:(NSString*)key;
 - (void)removeObjectForKey:(NSString*)key;
@@ -136,14 +149,22 @@ MAC_OPTIONS(NSUInteger, NSPropertyListMutabilityOptions){
     NSPropertyListImmutable = 0,
 };
 typedef NSPropertyListMutabilityOptions NSPropertyListReadOptions;
+typedef NSUInteger NSPropertyListWriteOptions;
 @interface NSPropertyListSerialization : NSObject
 + (id)propertyListWithData:(NSData*)data
                    options:(NSPropertyListReadOptions)options
                     format:(NSPropertyListFormat*)format
                      error:(NSError**)error;
++ (NSData*)dataWithPropertyList:(id)list
+                         format:(NSPropertyListFormat)format
+                        options:(NSPropertyListWriteOptions)options
+                          error:(NSError**)error;
 @end
 
+struct AEDesc;
 @interface NSAppleEventDescriptor : NSObject
++ (NSAppleEventDescriptor*)descriptorWithBundleIdentifier:(NSString*)identifier;
+@property(readonly) const AEDesc* aeDesc;
 @property(readonly, copy) NSString* stringValue;
 @end
 @interface NSAppleScript : NSObject
@@ -182,6 +203,7 @@ MAC_ENUM(NSUInteger, NSSearchPathDirectory){NSCachesDirectory = 13};
 MAC_OPTIONS(NSUInteger, NSSearchPathDomainMask){NSUserDomainMask = 1};
 extern "C" {
 NSString* NSHomeDirectory(void);
+NSString* NSTemporaryDirectory(void);
 NSString* NSStringFromClass(Class);
 NSArray<NSString*>* NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory,
                                                         NSSearchPathDomainMask, BOOL);

@@ -117,7 +117,14 @@ extern NSNotificationName const NSApplicationWillTerminateNotification;
 extern NSNotificationName const NSWindowDidResignKeyNotification;
 }
 
-@interface NSApplication : NSResponder
+@class NSApplication;
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)application
+                    hasVisibleWindows:(BOOL)hasVisibleWindows;
+@end
+@interface NSApplication : NSResponder MAC_FAKED(id _delegate;)
+@property(MAC_WEAK) id<NSApplicationDelegate> delegate;
 @property(class, readonly) __kindof NSApplication* sharedApplication;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)run;

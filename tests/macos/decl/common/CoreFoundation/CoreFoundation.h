@@ -14,6 +14,7 @@ typedef uint16_t UInt16;
 typedef uint32_t UInt32;
 typedef int32_t SInt32;
 typedef int32_t OSStatus;
+typedef UInt32 FourCharCode;
 typedef long CFIndex;
 typedef unsigned long CFTypeID;
 typedef unsigned long CFOptionFlags;

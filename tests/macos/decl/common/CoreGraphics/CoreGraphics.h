@@ -111,6 +111,22 @@ typedef CGEventRef (*CGEventTapCallBack)(CGEventTapProxy, CGEventType, CGEventRe
 CFMachPortRef CGEventTapCreate(CGEventTapLocation, CGEventTapPlacement, CGEventTapOptions,
                                CGEventMask, CGEventTapCallBack, void*);
 void CGEventTapEnable(CFMachPortRef, bool);
+MAC_ENUM(int32_t, CGError){
+    kCGErrorSuccess = 0,
+};
+typedef struct __CGEventTapInformation {
+    uint32_t eventTapID;
+    CGEventTapLocation tapPoint;
+    CGEventTapOptions options;
+    CGEventMask eventsOfInterest;
+    pid_t tappingProcess;
+    pid_t processBeingTapped;
+    bool enabled;
+    float minUsecLatency;
+    float avgUsecLatency;
+    float maxUsecLatency;
+} CGEventTapInformation;
+CGError CGGetEventTapList(uint32_t, CGEventTapInformation*, uint32_t*);
 bool CGEventTapIsEnabled(CFMachPortRef);
 CGEventSourceRef CGEventSourceCreate(CGEventSourceStateID);
 CGEventFlags CGEventSourceFlagsState(CGEventSourceStateID);

@@ -13,8 +13,14 @@ static inline CFTypeRef CFBridgingRetain(id object) { return CFRetain((CFTypeRef
 @interface NSOperationQueue (MissingHere)
 + (NSOperationQueue*)mainQueue;
 @end
+struct AEDesc;
 @interface NSAppleEventDescriptor (MissingHere)
++ (NSAppleEventDescriptor*)descriptorWithBundleIdentifier:(NSString*)identifier;
+- (const AEDesc*)aeDesc;
 - (NSString*)stringValue;
+@end
+@interface NSUserDefaults (MissingHere)
+- (instancetype)initWithSuiteName:(NSString*)name;
 @end
 @interface FakeScript : NSObject {
     NSString* _source;
@@ -30,5 +36,9 @@ static inline CFTypeRef CFBridgingRetain(id object) { return CFRetain((CFTypeRef
 
 // GNUstep's centre for all programs wants a daemon: one in this process instead.
 @interface FakeDistributedCenter : NSNotificationCenter
+- (void)postNotificationName:(NSNotificationName)name
+                      object:(NSString*)object
+                    userInfo:(NSDictionary*)userInfo
+          deliverImmediately:(BOOL)deliversImmediately;
 @end
 #define NSDistributedNotificationCenter FakeDistributedCenter
