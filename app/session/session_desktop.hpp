@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/record/recorder.hpp"
 #include "app/cli/session_options.hpp"
+#include "app/record/recorder.hpp"
 #include "platform/desktop.hpp"
 #include "platform/memory/memory_desktop.hpp"
 #include "platform/qt/qt_run_loop.hpp"
