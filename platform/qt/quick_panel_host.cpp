@@ -1,14 +1,10 @@
 #include "platform/qt/quick_panel_host.hpp"
 
 #include "platform/qt/desktop_coordinates.hpp"
+#include "platform/qt/panel_view.hpp"
 
 #include <QGuiApplication>
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QScreen>
-#include <QtDebug>
 
 #include <algorithm>
 #include <utility>
@@ -49,20 +45,17 @@ QRect keptOnScreen(QRect wanted, QRect available, QRect button) {
 
 class QuickPanelHost::QuickPanel final : public Panel {
 public:
-    QuickPanel(QuickPanelHost& host, const PanelSpec& spec) : host_(host), spec_(spec) {
-        window_.setFlags(flagsOf(spec));
-        window_.setColor(Qt::transparent);
-        window_.setGeometry(toQt(spec.contentRect));
-        window_.create();
-        host_.native_.prepare(window_, spec_);
+    QuickPanel(QuickPanelHost& host, const PanelSpec& spec)
+        : host_(host), spec_(spec), view_(spec.contentPadding) {
+        window().setFlags(flagsOf(spec));
+        window().setGeometry(toQt(spec.contentRect));
+        window().create();
+        host_.native_.prepare(window(), spec_);
         host_.panels_[spec.id] = this;
-        load();
+        const auto content = host_.contents_.find(spec.id);
+        if (content != host_.contents_.end()) view_.load(host_.engine_, content->second);
     }
-    ~QuickPanel() override {
-        host_.panels_.erase(spec_.id);
-        window_.hide();
-        root_.reset();
-    }
+    ~QuickPanel() override { host_.panels_.erase(spec_.id); }
 
     void setFrame(ScreenRect frame) override { place(toQt(frame)); }
     void setFrameOrigin(ScreenPoint origin) override {
@@ -71,69 +64,45 @@ public:
     }
     void makeKeyAndOrderFront() override {
         show();
-        if (spec_.canBecomeKey) window_.requestActivate();
+        if (spec_.canBecomeKey) window().requestActivate();
     }
     void orderFrontRegardless() override { show(); }
-    void orderOut() override { window_.hide(); }
-    [[nodiscard]] bool isVisible() const override { return window_.isVisible(); }
-    [[nodiscard]] ScreenRect frame() const override { return fromQt(window_.geometry()); }
+    void orderOut() override { window().hide(); }
+    [[nodiscard]] bool isVisible() const override { return view_.window().isVisible(); }
+    [[nodiscard]] ScreenRect frame() const override { return fromQt(view_.window().geometry()); }
     [[nodiscard]] Size fittingSize() const override {
-        if (!root_) return spec_.contentRect.size();
-        return {root_->implicitWidth() + 2 * spec_.contentPadding,
-                root_->implicitHeight() + 2 * spec_.contentPadding};
+        return view_.fittingSize().value_or(spec_.contentRect.size());
     }
 
-    void unload() { root_.reset(); }
-    [[nodiscard]] QQuickWindow& window() { return window_; }
+    void unload() { view_.unload(); }
+    [[nodiscard]] QQuickWindow& window() { return view_.window(); }
 
 private:
-    void load() {
-        const auto content = host_.contents_.find(spec_.id);
-        if (content == host_.contents_.end()) return;
-        QQmlComponent component(&host_.engine_, content->second.source);
-        QObject* made = component.createWithInitialProperties(content->second.properties);
-        root_.reset(qobject_cast<QQuickItem*>(made));
-        if (!root_) {
-            qWarning("%s", qPrintable(component.errorString()));
-            return;
-        }
-        root_->setParentItem(window_.contentItem());
-        root_->setFocus(true);
-        fitContent();
-    }
-
-    void fitContent() {
-        if (!root_) return;
-        const double padding = spec_.contentPadding;
-        root_->setPosition({padding, padding});
-        root_->setSize({window_.width() - 2 * padding, window_.height() - 2 * padding});
-    }
-
     void place(QRect wanted) {
         QRect kept = wanted;
         if (spec_.id == PanelId::settings) {
             const QRect button = host_.statusButton_ ? host_.statusButton_() : QRect();
             kept = keptOnScreen(wanted, availableAround(wanted.center()), button);
-            if (root_) root_->setProperty("isBelowStatusItem", kept.y() == wanted.y());
+            if (view_.root() != nullptr)
+                view_.root()->setProperty("isBelowStatusItem", kept.y() == wanted.y());
         }
-        window_.setGeometry(kept);
+        window().setGeometry(kept);
         wanted_ = kept;
-        fitContent();
+        view_.fit();
     }
 
     void show() {
-        host_.native_.willShow(window_, spec_);
-        window_.show();
-        host_.native_.shown(window_, spec_);
+        host_.native_.willShow(window(), spec_);
+        window().show();
+        host_.native_.shown(window(), spec_);
         // Window managers push a window into the free area when it is mapped.
-        if (wanted_) window_.setPosition(wanted_->topLeft());
-        window_.raise();
+        if (wanted_) window().setPosition(wanted_->topLeft());
+        window().raise();
     }
 
     QuickPanelHost& host_;
     PanelSpec spec_;
-    QQuickWindow window_;
-    std::unique_ptr<QQuickItem> root_;
+    PanelView view_;
     std::optional<QRect> wanted_;
 };
 

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "platform/panels.hpp"
+#include "platform/qt/panel_content.hpp"
 
 #include <QRect>
-#include <QUrl>
-#include <QVariantMap>
 
 #include <functional>
 #include <map>
@@ -16,12 +14,6 @@ class QQuickWindow;
 class QWindow;
 
 namespace orvel::qt {
-
-/// What fills a panel: a QML file and what it is given.
-struct PanelContent {
-    QUrl source;
-    QVariantMap properties;
-};
 
 /// What only the windowing system can do for a panel. Main thread.
 class PanelNative {
@@ -37,15 +29,13 @@ public:
 };
 
 /// Panels as frameless windows of Qt Quick. Only a panel that can become key takes the focus.
-class QuickPanelHost final : public Panels {
+class QuickPanelHost final : public Panels, public PanelContentHost {
 public:
     QuickPanelHost(QQmlEngine& engine, PanelNative& native);
     ~QuickPanelHost() override;
 
-    /// To be called before the panel of that id is made.
-    void setContent(PanelId id, PanelContent content);
-    /// Takes the content out again, before what it was given goes away.
-    void removeContent(PanelId id);
+    void setContent(PanelId id, PanelContent content) override;
+    void removeContent(PanelId id) override;
     /// Where the status item's button is, in Qt's coordinates, so that its panel does not cover it.
     void setStatusButton(std::function<QRect()> button) { statusButton_ = std::move(button); }
 

@@ -1,6 +1,6 @@
 #include "settings_ui/view/settings_content.hpp"
 
-#include "platform/qt/quick_panel_host.hpp"
+#include "platform/qt/panel_content.hpp"
 #include "settings_ui/view/settings_view_model.hpp"
 
 #include <QUrl>
@@ -10,7 +10,7 @@
 
 namespace orvel::settings_view {
 
-SettingsContent::SettingsContent(qt::QuickPanelHost& panels, SettingsModel& settings,
+SettingsContent::SettingsContent(qt::PanelContentHost& panels, SettingsModel& settings,
                                  const Published<bool>& isEnginePaused,
                                  std::function<void()> closePanel)
     : panels_(panels),

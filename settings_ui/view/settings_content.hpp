@@ -9,7 +9,7 @@ namespace orvel {
 
 class SettingsModel;
 namespace qt {
-class QuickPanelHost;
+class PanelContentHost;
 }
 
 namespace settings_view {
@@ -20,14 +20,14 @@ class SettingsViewModel;
 class SettingsContent {
 public:
     /// `closePanel` hides the panel.
-    SettingsContent(qt::QuickPanelHost& panels, SettingsModel& settings,
+    SettingsContent(qt::PanelContentHost& panels, SettingsModel& settings,
                     const Published<bool>& isEnginePaused, std::function<void()> closePanel);
     ~SettingsContent();
     SettingsContent(const SettingsContent&) = delete;
     SettingsContent& operator=(const SettingsContent&) = delete;
 
 private:
-    qt::QuickPanelHost& panels_;
+    qt::PanelContentHost& panels_;
     std::unique_ptr<SettingsViewModel> viewModel_;
 };
 
