@@ -184,6 +184,21 @@ std::optional<Window> activeWindow(XConnection& x) {
     return active.front();
 }
 
+void waitForWindowManager(XConnection& x) {
+    const Window window = XCreateSimpleWindow(x.get(), x.root(), 0, 0, 1, 1, 0, 0, 0);
+    XEvent request{};
+    request.xclient.type = ClientMessage;
+    request.xclient.window = window;
+    request.xclient.message_type = x.atom("_NET_REQUEST_FRAME_EXTENTS");
+    request.xclient.format = 32;
+    XSendEvent(x.get(), x.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
+               &request);
+    const bool isAnswered =
+        pollUntil([&] { return readProperty(x, window, "_NET_FRAME_EXTENTS").type != None; });
+    XDestroyWindow(x.get(), window);
+    if (!isAnswered) throw RigError("the window manager does not answer");
+}
+
 Window waitForWindow(XConnection& x, const std::string& titleOrClass) {
     const auto found = pollUntil([&] { return findVisible(x, x.root(), titleOrClass); },
                                  [](const std::optional<Window>& window) { return !!window; });
