@@ -99,7 +99,7 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
              .scriptRunner = services_->scriptRunner(),
              .statusBar = shell_.statusBar(),
              .taskRunner = services_->taskRunner(),
-             .textCaret = absent_.textCaret,
+             .textCaret = services_->textCaret(),
              .windowImages = absent_.windowImages,
              .windowList = services_->windowList(),
              .workspace = services_->workspace()} {

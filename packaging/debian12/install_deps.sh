@@ -106,6 +106,7 @@ test_packages=(
     at-spi2-core
     dbus
     dbus-x11
+    featherpad
     imagemagick
     libatspi2.0-dev
     libglib2.0-bin
@@ -122,11 +123,13 @@ test_packages=(
     xclip
     xdotool
     xfce4-panel
+    xfce4-terminal
     xfconf
     xfwm4
     xinput
     xsel
     xvfb
+    zenity
 
     # Fonts and icons
     adwaita-icon-theme

@@ -72,7 +72,8 @@ void X11Services::onLost(std::function<void()> lost) { lost_ = std::move(lost); 
 
 std::vector<ServiceCheck> X11Services::checks() {
     return {manager_.check(),      screens_.check(),      workspace_.check(),
-            inputSources_.check(), PowerService::check(), DockService::check()};
+            inputSources_.check(), PowerService::check(), DockService::check(),
+            X11TextCaret::check()};
 }
 
 }  // namespace orvel::x11

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/qt/qt_run_loop.hpp"
+#include "platform/x11/accessible_focus.hpp"
 #include "platform/x11/client_windows.hpp"
 #include "platform/x11/desktop_entries.hpp"
 #include "platform/x11/gio_thread.hpp"
@@ -14,6 +15,7 @@
 #include "platform/x11/x11_screens.hpp"
 #include "platform/x11/x11_script_runner.hpp"
 #include "platform/x11/x11_task_runner.hpp"
+#include "platform/x11/x11_text_caret.hpp"
 #include "platform/x11/x11_window_list.hpp"
 #include "platform/x11/x11_workspace.hpp"
 
@@ -48,12 +50,15 @@ public:
 
     /// The connection that they share, for those who ask short questions beside them.
     ServiceConnection& server() { return *server_; }
+    /// Which object of which application has the keyboard.
+    AccessibleFocus& accessibleFocus() { return accessibleFocus_; }
     X11Screens& screens() { return screens_; }
     X11AccessibilityWindows& accessibilityWindows() { return accessibilityWindows_; }
     X11InputSources& inputSources() { return inputSources_; }
     X11Launcher& launcher() { return launcher_; }
     X11ScriptRunner& scriptRunner() { return scriptRunner_; }
     X11TaskRunner& taskRunner() { return taskRunner_; }
+    X11TextCaret& textCaret() { return textCaret_; }
     X11WindowList& windowList() { return windowList_; }
     X11Workspace& workspace() { return workspace_; }
 
@@ -97,6 +102,8 @@ private:
     X11AccessibilityWindows accessibilityWindows_{manager_, clients_, screens_};
     X11WindowList windowList_{manager_, clients_, screens_};
     X11Workspace workspace_{clients_, manager_};
+    AccessibleFocus accessibleFocus_;
+    X11TextCaret textCaret_{accessibleFocus_, clients_, screens_};
     DesktopWindows desktopWindows_;
     ApplicationLauncher applicationLauncher_;
     FileManagerService fileManager_{desktopWindows_, entries_, clients_.table(),

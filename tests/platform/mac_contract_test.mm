@@ -20,6 +20,7 @@
 #include "tests/platform/contract/run_loop_contract.hpp"
 #include "tests/platform/contract/screens_contract.hpp"
 #include "tests/platform/contract/task_runner_contract.hpp"
+#include "tests/platform/contract/text_caret_contract.hpp"
 #include "tests/platform/contract/window_list_contract.hpp"
 #include "tests/support/scratch_home.hpp"
 
@@ -173,6 +174,18 @@ public:
     }
     void dismiss() { fake::runDue(); }
 
+    TextCaret& caret() { return *caret_; }
+    AxRect focusText() {
+        fake::world().caret = {.x = 120, .y = 130, .width = 0, .height = 18};
+        return {100, 100, 400, 300};
+    }
+    AxRect moveText(double dx, double dy) {
+        fake::world().caret->x += dx;
+        fake::world().caret->y += dy;
+        return {100 + dx, 100 + dy, 400, 300};
+    }
+    void focusNoText() { fake::world().caret.reset(); }
+
 private:
     static void copy(const std::string& type, std::string contents) {
         fake::world().pasteboard = {{type, std::move(contents)}};
@@ -196,6 +209,7 @@ private:
     std::unique_ptr<WindowList> list_ = macos::makeWindowList();
     std::unique_ptr<Panels> panels_ = macos::makePanels(contents_);
     std::unique_ptr<Screens> screens_ = macos::makeScreens();
+    std::unique_ptr<TextCaret> caret_ = macos::makeTextCaret();
     std::unique_ptr<EventMonitors> monitors_ = macos::makeEventMonitors();
     std::unique_ptr<Notifications> notifications_ = macos::makeNotifications();
     std::unique_ptr<StatusBar> statusBar_ = macos::makeStatusBar(statusButton_);
@@ -218,6 +232,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventMonitorsContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, NotificationsContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, LoginItemsContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, NativeMenuContract, MacHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, TextCaretContract, MacHarness);
 
 }  // namespace
 }  // namespace orvel::contract

@@ -13,6 +13,7 @@
 #include "tests/platform/contract/run_loop_contract.hpp"
 #include "tests/platform/contract/screens_contract.hpp"
 #include "tests/platform/contract/task_runner_contract.hpp"
+#include "tests/platform/contract/text_caret_contract.hpp"
 #include "tests/platform/contract/window_list_contract.hpp"
 
 #include <algorithm>
@@ -132,6 +133,18 @@ public:
     void choose(std::string_view title) { EXPECT_TRUE(desk_.nativeMenus.choose(title)); }
     void dismiss() { desk_.nativeMenus.dismiss(); }
 
+    TextCaret& caret() { return desk_.textCaret; }
+    AxRect focusText() {
+        desk_.world.caret = AxRect{120, 130, 0, 18};
+        return {100, 100, 400, 300};
+    }
+    AxRect moveText(double dx, double dy) {
+        desk_.world.caret->x += dx;
+        desk_.world.caret->y += dy;
+        return {100 + dx, 100 + dy, 400, 300};
+    }
+    void focusNoText() { desk_.world.caret.reset(); }
+
 private:
     memory::WorldWindow& windowOf(ProcessId pid) {
         return *std::find_if(desk_.world.windows.begin(), desk_.world.windows.end(),
@@ -157,6 +170,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EventMonitorsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, NotificationsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, LoginItemsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, NativeMenuContract, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TextCaretContract, MemoryHarness);
 
 }  // namespace
 }  // namespace orvel::contract

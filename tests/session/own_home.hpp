@@ -3,6 +3,7 @@
 #include "tools/rig/scratch_home.hpp"
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace orvel::test {
@@ -33,14 +34,18 @@ private:
 class ScopedVariable {
 public:
     ScopedVariable(std::string name, const std::string& value) : name_(std::move(name)) {
+        if (const char* before = std::getenv(name_.c_str())) before_ = before;
         ::setenv(name_.c_str(), value.c_str(), 1);
     }
-    ~ScopedVariable() { ::unsetenv(name_.c_str()); }
+    ~ScopedVariable() {
+        before_ ? ::setenv(name_.c_str(), before_->c_str(), 1) : ::unsetenv(name_.c_str());
+    }
     ScopedVariable(const ScopedVariable&) = delete;
     ScopedVariable& operator=(const ScopedVariable&) = delete;
 
 private:
     std::string name_;
+    std::optional<std::string> before_;
 };
 
 }  // namespace orvel::test

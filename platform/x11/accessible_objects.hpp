@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/x11/accessibility_bus.hpp"
+#include "platform/x11/root_layout.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace orvel::x11 {
+
+/// The object that holds everything an application shows.
+[[nodiscard]] AccessibleId rootOf(const std::string& application);
+
+/// What an object says of itself.
+struct AccessibleLook {
+    bool isFocused = false;
+    bool isPassword = false;
+    bool operator==(const AccessibleLook&) const = default;
+};
+
+/// Absent when the object is gone or its application does not answer.
+[[nodiscard]] std::optional<AccessibleLook> lookAt(const AccessibilityBus& bus,
+                                                   const AccessibleId& object, Deadline deadline);
+
+/// Asks an application's objects one by one; for those whose focus was not told.
+[[nodiscard]] FocusSearch findFocus(const AccessibilityBus& bus, const std::string& application,
+                                    Deadline deadline);
+
+/// Where the insertion point of a text lies in the root window: no width, as high as the line.
+/// Absent for what has none, and for an application that names no place on the screen.
+[[nodiscard]] std::optional<RootRect> caretOf(const AccessibilityBus& bus,
+                                              const AccessibleId& object, Deadline deadline);
+
+}  // namespace orvel::x11

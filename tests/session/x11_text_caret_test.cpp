@@ -1,0 +1,269 @@
+#include "tests/platform/contract/text_caret_contract.hpp"
+#include "tests/session/own_home.hpp"
+#include "tests/session/service_session.hpp"
+#include "tools/rig/windows.hpp"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The caret of real applications, over a real accessibility bus.
+
+namespace orvel::test {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+using testing::Eq;
+using testing::Optional;
+
+/// A desktop whose applications tell what they show, for this process as well.
+class TellingDesktop {
+public:
+    TellingDesktop()
+        : desktop_({.size = {},
+                    .windowManager = rig::WindowManager::Kind::openbox,
+                    .accessibility = rig::SessionBus::Accessibility::on}),
+          bus_("DBUS_SESSION_BUS_ADDRESS", desktop_.environment().at("DBUS_SESSION_BUS_ADDRESS")) {}
+
+    rig::EmbeddedDesktop& get() { return desktop_; }
+
+private:
+    rig::EmbeddedDesktop desktop_;
+    ScopedVariable bus_;
+};
+
+std::unique_ptr<TellingDesktop> sharedDesktop;
+rig::EmbeddedDesktop& desktop() {
+    if (sharedDesktop == nullptr) sharedDesktop = std::make_unique<TellingDesktop>();
+    return sharedDesktop->get();
+}
+
+/// The desktop goes before the home of this process does.
+class DesktopEnd : public testing::Environment {
+public:
+    void TearDown() override { sharedDesktop.reset(); }
+};
+const auto* const kDesktopEnd = testing::AddGlobalTestEnvironment(new DesktopEnd);
+
+/// An application with one window that has the keyboard.
+class Application {
+public:
+    Application(std::vector<std::string> arguments, const std::string& window)
+        : process_(std::make_unique<rig::ChildProcess>(
+              rig::Command{.arguments = std::move(arguments), .environment = environment()})),
+          window_(rig::waitForWindow(desktop().x(), window)) {
+        rig::focusWindow(desktop().x(), window_);
+    }
+
+    rig::ChildProcess& process() { return *process_; }
+    AxRect frame() const {
+        const auto frame = rig::frameOf(desktop().x(), window_);
+        return {static_cast<double>(frame.x), static_cast<double>(frame.y),
+                static_cast<double>(frame.width), static_cast<double>(frame.height)};
+    }
+    void moveBy(int dx, int dy) {
+        auto frame = rig::frameOf(desktop().x(), window_);
+        frame.x += dx;
+        frame.y += dy;
+        rig::placeWindow(desktop().x(), window_, frame);
+    }
+
+private:
+    static rig::Environment environment() {
+        return rig::merged(desktop().environment(),
+                           {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}, {"QT_QPA_PLATFORM", "xcb"}});
+    }
+
+    std::unique_ptr<rig::ChildProcess> process_;
+    rig::WindowId window_;
+};
+
+Application entryDialog(const std::string& text) {
+    return {{"zenity", "--entry", "--title", "asked", "--text", "?", "--entry-text", text},
+            "asked"};
+}
+
+Application lineEdit() {
+    return {{std::string(std::getenv("ORVEL_BUILD_DIR")) + "/rig/orvel-rig-text-field", "line",
+             "plain"},
+            "line"};
+}
+
+class X11TextCaretTest : public testing::Test {
+protected:
+    X11TextCaretTest() : services_(desktop()) {}
+
+    std::optional<AxRect> caret() {
+        services_.settle();
+        return services_->textCaret().caretRect();
+    }
+    /// The caret, as soon as the application tells one that `isWanted` accepts.
+    template <class Matcher>
+    AxRect caretThat(Matcher isWanted) {
+        std::optional<AxRect> last;
+        EXPECT_TRUE(eventually([&] { return last = caret(); }, Optional(isWanted)))
+            << (last ? last->x : -1) << ',' << (last ? last->y : -1);
+        return last.value_or(AxRect{});
+    }
+    static auto inside(const Application& application) {
+        return testing::Truly([frame = application.frame()](const AxRect& rect) {
+            return frame.contains(rect.origin()) && rect.maxY() <= frame.maxY() && rect.height > 0;
+        });
+    }
+    /// The caret of an application that has come to rest: a window that has just opened moves.
+    AxRect caretAtRest(const Application& application) {
+        constexpr int enough = 30;
+        std::optional<AxRect> last;
+        int same = 0;
+        const auto look = [&] {
+            const auto now = caret();
+            same = now && now == last && application.frame().contains(now->origin()) ? same + 1 : 0;
+            last = now;
+            return same;
+        };
+        EXPECT_TRUE(eventually(look, testing::Ge(enough)));
+        return caretThat(inside(application));
+    }
+    static auto rightOf(const AxRect& other) {
+        return testing::Truly([other](const AxRect& rect) { return rect.x > other.x; });
+    }
+    static auto leftOf(const AxRect& other) {
+        return testing::Truly([other](const AxRect& rect) { return rect.x < other.x; });
+    }
+    static void type(std::string_view text) { desktop().keyboard().type(text); }
+
+    OpenServices services_;
+};
+
+TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoAnEntryOfGtk) {
+    const Application dialog = entryDialog("");
+    const AxRect empty = caretAtRest(dialog);
+    type("typed");
+    const AxRect after = caretThat(rightOf(empty));
+    EXPECT_EQ(after.y, empty.y);
+    EXPECT_EQ(after.height, empty.height);
+    desktop().keyboard().tap("Home");
+    EXPECT_TRUE(eventually([&] { return caret(); }, Optional(Eq(empty))));
+}
+
+TEST_F(X11TextCaretTest, FollowsTheLinesOfAnEditorOfGtk) {
+    const Application editor({"mousepad", "--disable-server"}, "mousepad");
+    const AxRect first = caretAtRest(editor);
+    type("one\ntwo\n");
+    const auto isTwoLinesBelow = testing::Truly([first](const AxRect& rect) {
+        return rect.y >= first.y + 2 * first.height && rect.x == first.x;
+    });
+    caretThat(isTwoLinesBelow);
+}
+
+TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoALineEditOfQt) {
+    const Application application = lineEdit();
+    const AxRect empty = caretAtRest(application);
+    type("w");
+    const AxRect one = caretThat(rightOf(empty));
+    type("w");
+    const AxRect two = caretThat(rightOf(one));
+    EXPECT_EQ(two.y, one.y);
+    desktop().keyboard().tap("Left");
+    // A character's cell and the end of the one before it differ by a pixel.
+    caretThat(testing::Truly(
+        [one](const AxRect& rect) { return std::abs(rect.x - one.x) <= 1 && rect.y == one.y; }));
+}
+
+TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoAnEditorOfQt) {
+    const Application editor({"featherpad", "--standalone"}, "featherpad");
+    const AxRect empty = caretAtRest(editor);
+    type("one");
+    const AxRect one = caretThat(rightOf(empty));
+    type("\n");
+    caretThat(testing::AllOf(leftOf(one), testing::Truly([one](const AxRect& rect) {
+                                 return rect.y >= one.maxY() - 1;
+                             })));
+}
+
+TEST_F(X11TextCaretTest, IsKnownInATerminalThatTellsIt) {
+    const Application terminal({"xfce4-terminal", "--disable-server", "--title", "shell"}, "shell");
+    const AxRect prompt = caretAtRest(terminal);
+    type("echo");
+    caretThat(rightOf(prompt));
+}
+
+TEST_F(X11TextCaretTest, IsAbsentInAnApplicationThatTellsNothing) {
+    const Application editor = entryDialog("");
+    caretThat(inside(editor));
+    const Application terminal({"xterm", "-title", "silent"}, "silent");
+    EXPECT_TRUE(eventually([this] { return caret(); }, Eq(std::nullopt)));
+}
+
+TEST_F(X11TextCaretTest, AnApplicationThatHangsCostsTheLimitAndIsAskedAgainWhenItIsBack) {
+    Application dialog = entryDialog("text");
+    caretThat(inside(dialog));
+    dialog.process().signal(SIGSTOP);
+    const auto start = Clock::now();
+    EXPECT_EQ(caret(), std::nullopt);
+    // The limit is 150 ms; the rest is for a machine that does other things.
+    EXPECT_LT(Clock::now() - start, milliseconds(600));
+    dialog.process().signal(SIGCONT);
+    caretThat(inside(dialog));
+}
+
+TEST_F(X11TextCaretTest, WithoutAMessageBusThereIsNoneAndNothingWaits) {
+    const Application dialog = entryDialog("");
+    const ScopedVariable noBus("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+    OpenServices alone(desktop());
+    alone.settle();
+    const auto start = Clock::now();
+    EXPECT_EQ(alone->textCaret().caretRect(), std::nullopt);
+    EXPECT_LT(Clock::now() - start, milliseconds(600));
+    EXPECT_THAT(x11::X11TextCaret::check().remedy, testing::HasSubstr("at-spi2-core"));
+}
+
+}  // namespace
+}  // namespace orvel::test
+
+namespace orvel::contract {
+namespace {
+
+class X11CaretHarness {
+public:
+    X11CaretHarness() : services_(test::desktop()) {}
+
+    TextCaret& caret() {
+        services_.settle();
+        return services_->textCaret();
+    }
+    AxRect focusText() {
+        text_ = std::make_unique<test::Application>(test::entryDialog("text"));
+        // The application is asked as soon as it has come to rest.
+        EXPECT_TRUE(test::eventually([this] { return caret().caretRect().has_value(); },
+                                     testing::Eq(true)));
+        return text_->frame();
+    }
+    AxRect moveText(double dx, double dy) {
+        const auto before = caret().caretRect();
+        text_->moveBy(static_cast<int>(dx), static_cast<int>(dy));
+        EXPECT_TRUE(test::eventually([this] { return caret().caretRect(); }, testing::Ne(before)));
+        return text_->frame();
+    }
+    void focusNoText() {
+        text_ = std::make_unique<test::Application>(
+            std::vector<std::string>{"zenity", "--info", "--title", "told", "--text", "!"}, "told");
+    }
+
+private:
+    test::OpenServices services_;
+    std::unique_ptr<test::Application> text_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(X11, TextCaretContract, X11CaretHarness);
+
+}  // namespace
+}  // namespace orvel::contract
