@@ -7,17 +7,21 @@
 #include <charconv>
 #include <csignal>
 #include <fstream>
-#include <iterator>
 #include <optional>
+#include <sstream>
 #include <string>
 
 namespace orvel::rig {
 namespace fs = std::filesystem;
 namespace {
 
+// What can be read of it: the files of a process that ends meanwhile stop in the middle. Iterators
+// would throw then.
 std::string contentOf(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
 }
 
 std::optional<int> processId(const fs::path& entry) {
