@@ -20,7 +20,7 @@ add_library(orvel::plist_library ALIAS PkgConfig::PLIST)
 if(ORVEL_SESSION)
     pkg_check_modules(X11 REQUIRED IMPORTED_TARGET
         x11 x11-xcb xi xtst xext xfixes xrandr xcomposite xdamage xscrnsaver xkbcommon xkbcommon-x11 xcb
-        xcb-xkb xcb-xinput xcb-ewmh xcb-icccm xcb-randr xcb-composite xcb-shm xcb-xfixes xcb-res)
+        xcb-xkb xcb-xinput xcb-ewmh xcb-icccm xcb-randr xcb-composite xcb-shape xcb-shm xcb-xfixes xcb-res)
     add_library(orvel::x11_libraries ALIAS PkgConfig::X11)
     pkg_check_modules(PNG REQUIRED IMPORTED_TARGET libpng)
     add_library(orvel::png_library ALIAS PkgConfig::PNG)

@@ -16,6 +16,7 @@
 #include "platform/x11/x11_preference_store.hpp"
 #include "platform/x11/x11_services.hpp"
 #include "platform/x11/x11_shell.hpp"
+#include "platform/x11/x11_window_images.hpp"
 
 #include <fstream>
 #include <functional>
@@ -66,6 +67,7 @@ private:
     std::unique_ptr<x11::X11EventPath> input_;
     std::unique_ptr<x11::X11Services> services_;
     x11::X11InputState inputState_;
+    x11::X11WindowImages windowImages_;
     /// Only while something of what is typed may be kept.
     std::unique_ptr<x11::PasswordFocus> passwordFocus_;
     x11::SecretInput secretInput_;

@@ -239,7 +239,7 @@ Subscription ClientWindows::onFrontChange(std::function<void(const FrontApplicat
 }
 
 Subscription ClientWindows::onListChange(
-    std::function<void(const std::vector<xcb_window_t>&)> told) {
+    std::function<void(const std::vector<xcb_window_t>&)> told) const {
     return publishedList_.subscribe(std::move(told));
 }
 

@@ -42,7 +42,7 @@ public:
     /// Tells after the front application or the list of windows changed.
     [[nodiscard]] Subscription onFrontChange(std::function<void(const FrontApplication&)> told);
     [[nodiscard]] Subscription onListChange(
-        std::function<void(const std::vector<xcb_window_t>&)> told);
+        std::function<void(const std::vector<xcb_window_t>&)> told) const;
 
     /// Reads everything again. Needed only after the installed applications changed.
     void refresh();

@@ -1,6 +1,7 @@
 #include "platform/x11/x11_services.hpp"
 
 #include "platform/x11/child_programs.hpp"
+#include "platform/x11/x11_window_images.hpp"
 
 #include <system_error>
 #include <utility>
@@ -71,8 +72,13 @@ Result<> X11Services::showForceQuitDialog() {
 void X11Services::onLost(std::function<void()> lost) { lost_ = std::move(lost); }
 
 std::vector<ServiceCheck> X11Services::checks() {
-    return {manager_.check(),      screens_.check(),      workspace_.check(),
-            inputSources_.check(), PowerService::check(), DockService::check(),
+    return {manager_.check(),
+            screens_.check(),
+            workspace_.check(),
+            inputSources_.check(),
+            X11WindowImages::check(*server_),
+            PowerService::check(),
+            DockService::check(),
             X11TextCaret::check()};
 }
 

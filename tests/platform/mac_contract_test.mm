@@ -21,6 +21,7 @@
 #include "tests/platform/contract/screens_contract.hpp"
 #include "tests/platform/contract/task_runner_contract.hpp"
 #include "tests/platform/contract/text_caret_contract.hpp"
+#include "tests/platform/contract/window_images_contract.hpp"
 #include "tests/platform/contract/window_list_contract.hpp"
 #include "tests/support/scratch_home.hpp"
 
@@ -110,6 +111,7 @@ public:
 
     AccessibilityWindows& windows() { return *windows_; }
     WindowList& list() { return *list_; }
+    WindowImages& images() { return *images_; }
     ProcessId open(const std::string& title, AxRect frame) {
         const int pid = ++lastPid_;
         fake::world().applications[pid].windows = {{.title = title,
@@ -124,7 +126,8 @@ public:
                                             .x = frame.x,
                                             .y = frame.y,
                                             .width = frame.width,
-                                            .height = frame.height});
+                                            .height = frame.height,
+                                            .captureWidth = static_cast<int>(frame.width)});
         focus(pid);
         return pid;
     }
@@ -134,7 +137,11 @@ public:
             if (window.pid == pid) window.isOnScreen = false;
         }
     }
-    void close(ProcessId pid) { fake::world().applications.erase(pid); }
+    void close(ProcessId pid) {
+        fake::world().applications.erase(pid);
+        std::erase_if(fake::world().serverWindows,
+                      [pid](const fake::ServerWindow& window) { return window.pid == pid; });
+    }
 
     Panels& panels() { return *panels_; }
     Screens& screens() { return *screens_; }
@@ -207,6 +214,7 @@ private:
     std::unique_ptr<Pasteboard> pasteboard_ = macos::makePasteboard();
     std::unique_ptr<AccessibilityWindows> windows_ = macos::makeAccessibilityWindows();
     std::unique_ptr<WindowList> list_ = macos::makeWindowList();
+    std::unique_ptr<WindowImages> images_ = macos::makeWindowImages();
     std::unique_ptr<Panels> panels_ = macos::makePanels(contents_);
     std::unique_ptr<Screens> screens_ = macos::makeScreens();
     std::unique_ptr<TextCaret> caret_ = macos::makeTextCaret();
@@ -226,6 +234,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Mac, InputStateContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, PasteboardContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, AccessibilityWindowsContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, WindowListContract, MacHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, WindowImagesContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, PanelsContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, ScreensContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventMonitorsContract, MacHarness);

@@ -14,6 +14,7 @@
 #include "tests/platform/contract/screens_contract.hpp"
 #include "tests/platform/contract/task_runner_contract.hpp"
 #include "tests/platform/contract/text_caret_contract.hpp"
+#include "tests/platform/contract/window_images_contract.hpp"
 #include "tests/platform/contract/window_list_contract.hpp"
 
 #include <algorithm>
@@ -87,10 +88,12 @@ public:
 
     AccessibilityWindows& windows() { return desk_.accessibilityWindows; }
     WindowList& list() { return desk_.windowList; }
+    WindowImages& images() { return desk_.windowImages; }
     ProcessId open(const std::string& title, AxRect frame) {
         memory::WorldWindow window;
         window.info = {++lastNumber_, static_cast<ProcessId>(lastNumber_) + 100, 0, title, frame};
         window.isOnScreen = true;
+        window.capturePixelWidth = static_cast<int>(frame.width);
         window.ax = {
             .role = "AXWindow", .title = title, .position = frame.origin(), .size = frame.size()};
         desk_.world.windows.insert(desk_.world.windows.begin(), window);
@@ -164,6 +167,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, InputStateContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PasteboardContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AccessibilityWindowsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WindowListContract, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WindowImagesContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PanelsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, ScreensContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EventMonitorsContract, MemoryHarness);

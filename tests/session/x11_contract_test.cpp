@@ -1,6 +1,8 @@
+#include "platform/x11/x11_window_images.hpp"
 #include "tests/platform/contract/accessibility_windows_contract.hpp"
 #include "tests/platform/contract/screens_contract.hpp"
 #include "tests/platform/contract/task_runner_contract.hpp"
+#include "tests/platform/contract/window_images_contract.hpp"
 #include "tests/platform/contract/window_list_contract.hpp"
 #include "tests/platform/contract/workspace_contract.hpp"
 #include "tests/session/own_home.hpp"
@@ -55,6 +57,7 @@ public:
 
     AccessibilityWindows& windows() { return services_->accessibilityWindows(); }
     WindowList& list() { return services_->windowList(); }
+    WindowImages& images() { return images_; }
     Screens& screens() { return services_->screens(); }
     TaskRunner& tasks() { return services_->taskRunner(); }
     Workspace& workspace() { return services_->workspace(); }
@@ -144,11 +147,13 @@ private:
     }
 
     OpenServices services_;
+    x11::X11WindowImages images_{services_.runLoop(), services_->server(), services_->clients()};
     std::list<rig::PlainWindows> apps_;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, AccessibilityWindowsContract, X11Harness);
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, WindowListContract, X11Harness);
+INSTANTIATE_TYPED_TEST_SUITE_P(X11, WindowImagesContract, X11Harness);
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, ScreensContract, X11Harness);
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, TaskRunnerContract, X11Harness);
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, WorkspaceContract, X11Harness);

@@ -12,8 +12,9 @@ constexpr unsigned long kBackground = 0x2f5d62;
 EmbeddedDesktop::EmbeddedDesktop(const Options& options)
     : server_(home_, options.size),
       state_(server_.x()),
-      bus_(server_.environment(), options.accessibility),
-      windowManager_(options.windowManager, bus_.environment(), server_.x()) {
+      bus_(server_.environment(), options.accessibility) {
+    if (options.windowManager)
+        windowManager_.emplace(*options.windowManager, bus_.environment(), server_.x());
     XSetWindowBackground(x().get(), x().root(), kBackground);
     XClearWindow(x().get(), x().root());
     x().sync();

@@ -6,7 +6,7 @@
 #include "tools/rig/window_manager.hpp"
 #include "tools/rig/xorg_server.hpp"
 
-#include <vector>
+#include <optional>
 
 namespace orvel::rig {
 
@@ -17,7 +17,8 @@ class EmbeddedDesktop {
 public:
     struct Options {
         ScreenSize size;
-        WindowManager::Kind windowManager = WindowManager::Kind::openbox;
+        /// Absent: windows are left to themselves.
+        std::optional<WindowManager::Kind> windowManager = WindowManager::Kind::openbox;
         SessionBus::Accessibility accessibility = SessionBus::Accessibility::off;
     };
 
@@ -30,6 +31,8 @@ public:
     ScreenState& state() { return state_; }
     Keyboard& keyboard() { return server_.keyboard(); }
     Pointer& mouse() { return server_.mouse(); }
+    /// Only on a desktop that has one.
+    WindowManager& windowManager() { return *windowManager_; }
     /// For a program that shall run in this desktop.
     const Environment& environment() const { return bus_.environment(); }
 
@@ -39,7 +42,7 @@ private:
     ScreenState state_;
     // Without one, toolkits start a bus by themselves that nobody ends.
     SessionBus bus_;
-    WindowManager windowManager_;
+    std::optional<WindowManager> windowManager_;
 };
 
 }  // namespace orvel::rig

@@ -6,6 +6,7 @@
 #include <X11/Xlib.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace orvel::rig {
@@ -42,10 +43,28 @@ bool takesWindows(XConnection& x) {
 }  // namespace
 
 WindowManager::WindowManager(Kind kind, const Environment& environment, XConnection& x)
-    : process_(commandFor(kind, environment)) {
-    const bool announced = pollUntil([&] { return hasWindowManager(x) || !process_.running(); });
-    if (!announced || !process_.running() || !takesWindows(x)) {
-        throw RigError("the window manager does not start: " + process_.err().text());
+    : environment_(environment), x_(x) {
+    start(kind, {});
+}
+
+void WindowManager::replaceBy(Kind kind) {
+    const auto before = std::move(process_);
+    start(kind, {"--replace"});
+    if (!before->waitForExit()) throw RigError("the old window manager stays");
+}
+
+void WindowManager::start(Kind kind, const std::vector<std::string>& options) {
+    Command command = commandFor(kind, environment_);
+    command.arguments.insert(command.arguments.end(), options.begin(), options.end());
+    // Until the next one says something else, the old one speaks.
+    const WindowId before = windowManagersOwn(x_);
+    process_ = std::make_unique<ChildProcess>(command);
+    const bool announced = pollUntil([&] {
+        const WindowId own = windowManagersOwn(x_);
+        return (own != None && own != before) || !process_->running();
+    });
+    if (!announced || !process_->running() || !takesWindows(x_)) {
+        throw RigError("the window manager does not start: " + process_->err().text());
     }
 }
 

@@ -166,8 +166,14 @@ bool isVisible(XConnection& x, Window window) {
            attributes.map_state == IsViewable;
 }
 
-bool hasWindowManager(XConnection& x) {
-    return !readWindows(x, x.root(), "_NET_SUPPORTING_WM_CHECK").empty();
+bool hasWindowManager(XConnection& x) { return windowManagersOwn(x) != None; }
+
+WindowId windowManagersOwn(XConnection& x) {
+    const char* const kMark = "_NET_SUPPORTING_WM_CHECK";
+    const std::vector<WindowId> named = readWindows(x, x.root(), kMark);
+    // The root keeps the name of one that was killed; its window does not live on.
+    const bool isAlive = !named.empty() && readWindows(x, named.front(), kMark) == named;
+    return isAlive ? named.front() : None;
 }
 
 std::vector<WindowId> managedWindows(XConnection& x) {

@@ -27,6 +27,8 @@ bool isVisible(XConnection& x, WindowId window);
 bool hasWindowManager(XConnection& x);
 /// Returns when the window manager has handled what it was told before.
 void waitForWindowManager(XConnection& x);
+/// The window by which a window manager announces itself; 0 without one.
+WindowId windowManagersOwn(XConnection& x);
 /// The windows that the window manager manages; bottom first where it tells the order.
 std::vector<WindowId> managedWindows(XConnection& x);
 /// The window that has the keyboard's focus according to the window manager.
