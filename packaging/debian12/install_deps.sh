@@ -107,6 +107,7 @@ test_packages=(
     dbus
     dbus-x11
     featherpad
+    gir1.2-gtk-3.0
     imagemagick
     libatspi2.0-dev
     libglib2.0-bin
@@ -114,6 +115,7 @@ test_packages=(
     pcmanfm
     picom
     python3-dbusmock
+    python3-gi
     thunar
     trayer
     wmctrl
@@ -122,6 +124,7 @@ test_packages=(
     xauth
     xclip
     xdotool
+    xfce4-clipman
     xfce4-panel
     xfce4-terminal
     xfconf

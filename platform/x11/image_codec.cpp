@@ -54,15 +54,28 @@ Result<Pixbuf> decode(std::span<const std::byte> encoded) {
     return Pixbuf(gdk_pixbuf_apply_embedded_orientation(pixels));
 }
 
-Result<std::vector<std::byte>> encode(GdkPixbuf* pixels, const char* format) {
+Result<std::vector<std::byte>> encode(GdkPixbuf* pixels, const char* format,
+                                      const char* option = nullptr, const char* value = nullptr) {
     gchar* buffer = nullptr;
     gsize size = 0;
     GError* problem = nullptr;
-    const bool isSaved =
-        gdk_pixbuf_save_to_buffer(pixels, &buffer, &size, format, &problem, nullptr) != FALSE;
+    const bool isSaved = gdk_pixbuf_save_to_buffer(pixels, &buffer, &size, format, &problem, option,
+                                                   value, nullptr) != FALSE;
     const GErrorHolder error(problem);
     const GText owner(buffer);
     if (!isSaved) return Failure{messageOf(error)};
+    const auto* begin = reinterpret_cast<const std::byte*>(buffer);
+    return std::vector<std::byte>(begin, begin + size);
+}
+
+Result<std::vector<std::byte>> readFile(const std::string& path) {
+    gchar* buffer = nullptr;
+    gsize size = 0;
+    GError* problem = nullptr;
+    const bool isRead = g_file_get_contents(path.c_str(), &buffer, &size, &problem) != FALSE;
+    const GErrorHolder error(problem);
+    const GText owner(buffer);
+    if (!isRead) return Failure{messageOf(error)};
     const auto* begin = reinterpret_cast<const std::byte*>(buffer);
     return std::vector<std::byte>(begin, begin + size);
 }
@@ -110,12 +123,22 @@ Result<TiffImage> toTiff(std::span<const std::byte> encoded) {
     return image;
 }
 
-Result<std::vector<std::byte>> fileToPng(const std::string& path) {
-    GError* problem = nullptr;
-    const Pixbuf pixels(gdk_pixbuf_new_from_file(path.c_str(), &problem));
-    const GErrorHolder error(problem);
-    if (pixels == nullptr) return Failure{messageOf(error)};
-    return encode(pixels.get(), "png");
+Result<PictureForms> readPictureForms(const std::string& path) {
+    auto bytes = readFile(path);
+    if (!bytes) return Failure{bytes.error()};
+    auto decoded = decode(bytes.value());
+    if (!decoded) return Failure{decoded.error()};
+    const auto pixels = std::move(decoded).value();
+    auto png = encode(pixels.get(), "png", "compression", "1");
+    if (!png) return Failure{png.error()};
+    auto tiff = isTiff(bytes.value()) ? std::move(bytes) : encode(pixels.get(), "tiff");
+    if (!tiff) return Failure{tiff.error()};
+    return PictureForms{gdk_pixbuf_get_width(pixels.get()), gdk_pixbuf_get_height(pixels.get()),
+                        std::move(tiff).value(), std::move(png).value()};
+}
+
+bool isPictureFile(const std::string& path) {
+    return gdk_pixbuf_get_file_info(path.c_str(), nullptr, nullptr) != nullptr;
 }
 
 Result<Bitmap> readPicture(const std::string& path, int size) {

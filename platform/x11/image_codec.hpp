@@ -24,8 +24,19 @@ struct TiffImage {
 /// checked and kept as it is.
 Result<TiffImage> toTiff(std::span<const std::byte> encoded);
 
-/// The picture in a file as PNG, for applications that ask for one.
-Result<std::vector<std::byte>> fileToPng(const std::string& path);
+/// A picture in the forms that applications exchange. One that was only taken in has no PNG.
+struct PictureForms {
+    int pixelWidth = 0;
+    int pixelHeight = 0;
+    std::vector<std::byte> tiff;
+    std::vector<std::byte> png;
+};
+
+/// The picture in a file, in all forms.
+Result<PictureForms> readPictureForms(const std::string& path);
+
+/// Whether the file begins like a picture that can be read. Does not decode it.
+bool isPictureFile(const std::string& path);
 
 /// Reads a picture file; one without a size of its own, or larger, is made to fit into a square of
 /// `size` pixels. 0 keeps its own size.

@@ -111,6 +111,12 @@ void ServiceConnection::selectEvents(xcb_window_t window, std::uint32_t bits) {
     xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &selected);
 }
 
+void ServiceConnection::deselectEvents(xcb_window_t window) {
+    if (selected_.erase(window) == 0) return;
+    const std::uint32_t none = XCB_EVENT_MASK_NO_EVENT;
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &none);
+}
+
 void ServiceConnection::dispatch() {
     hasAskedForWake_ = false;
     for (;;) {

@@ -78,6 +78,8 @@ public:
     [[nodiscard]] Subscription onEvent(std::uint8_t responseType, EventHandler handler);
     /// Adds event bits to what this connection selected on a window before.
     void selectEvents(xcb_window_t window, std::uint32_t bits);
+    /// Takes back everything that was selected on a window.
+    void deselectEvents(xcb_window_t window);
     /// Handles everything that has arrived; to be called when `fd` is readable.
     void dispatch();
     /// `wake` is called when a wait put events aside, so that `dispatch` must run soon although

@@ -1,5 +1,7 @@
 #include "platform/x11/window_properties.hpp"
 
+#include "platform/x11/text_encoding.hpp"
+
 #include <algorithm>
 #include <cstring>
 
@@ -9,25 +11,6 @@ namespace {
 
 /// In units of four bytes: far above any honest title or list, and a bound for the others.
 constexpr std::uint32_t kLongestProperty = 1U << 20U;
-
-std::size_t sequenceLength(unsigned char lead) {
-    if (lead < 0x80) return 1;
-    if ((lead & 0xe0U) == 0xc0) return 2;
-    if ((lead & 0xf0U) == 0xe0) return 3;
-    return (lead & 0xf8U) == 0xf0 ? 4 : 0;
-}
-
-bool isUtf8(std::string_view bytes) {
-    for (std::size_t at = 0; at < bytes.size();) {
-        const auto length = sequenceLength(static_cast<unsigned char>(bytes[at]));
-        if (length == 0 || at + length > bytes.size()) return false;
-        for (std::size_t next = 1; next < length; ++next) {
-            if ((static_cast<unsigned char>(bytes[at + next]) & 0xc0U) != 0x80) return false;
-        }
-        at += length;
-    }
-    return true;
-}
 
 }  // namespace
 
@@ -86,18 +69,7 @@ void tellWindowManager(ServiceConnection& server, xcb_window_t window, std::stri
 }
 
 std::string toUtf8(std::string_view bytes) {
-    if (isUtf8(bytes)) return std::string(bytes);
-    std::string converted;
-    for (const char byte : bytes) {
-        const auto code = static_cast<unsigned char>(byte);
-        if (code < 0x80) {
-            converted += byte;
-        } else {
-            converted += static_cast<char>(0xc0U | (code >> 6U));
-            converted += static_cast<char>(0x80U | (code & 0x3fU));
-        }
-    }
-    return converted;
+    return isUtf8(bytes) ? std::string(bytes) : utf8FromLatin1(bytes);
 }
 
 }  // namespace orvel::x11

@@ -38,6 +38,7 @@ X11Services::X11Services(qt::QtRunLoop& runLoop, std::unique_ptr<ServiceConnecti
       applicationLauncher_(options.display),
       power_({options.isPowerDryRun, options.say}),
       launcher_(runLoop, openService_),
+      pasteboard_(runLoop, options.display),
       scriptRunner_(
           {power_, dock_, desktopWindows_, fileManager_, [this] { return showForceQuitDialog(); }}),
       taskRunner_(runLoop, scriptRunner_, openService_, options.display),
@@ -77,6 +78,7 @@ std::vector<ServiceCheck> X11Services::checks() {
             workspace_.check(),
             inputSources_.check(),
             X11WindowImages::check(*server_),
+            pasteboard_.check(*server_),
             PowerService::check(),
             DockService::check(),
             X11TextCaret::check()};

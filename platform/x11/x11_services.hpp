@@ -12,6 +12,7 @@
 #include "platform/x11/x11_accessibility_windows.hpp"
 #include "platform/x11/x11_input_sources.hpp"
 #include "platform/x11/x11_launcher.hpp"
+#include "platform/x11/x11_pasteboard.hpp"
 #include "platform/x11/x11_screens.hpp"
 #include "platform/x11/x11_script_runner.hpp"
 #include "platform/x11/x11_task_runner.hpp"
@@ -56,6 +57,7 @@ public:
     X11AccessibilityWindows& accessibilityWindows() { return accessibilityWindows_; }
     X11InputSources& inputSources() { return inputSources_; }
     X11Launcher& launcher() { return launcher_; }
+    X11Pasteboard& pasteboard() { return pasteboard_; }
     X11ScriptRunner& scriptRunner() { return scriptRunner_; }
     X11TaskRunner& taskRunner() { return taskRunner_; }
     X11TextCaret& textCaret() { return textCaret_; }
@@ -113,6 +115,7 @@ private:
     PowerService power_;
     DockService dock_{DockService::sessionMemory()};
     X11Launcher launcher_;
+    X11Pasteboard pasteboard_;
     X11ScriptRunner scriptRunner_;
     X11TaskRunner taskRunner_;
     std::filesystem::path helperFolder_;

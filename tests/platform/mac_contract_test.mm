@@ -108,6 +108,10 @@ public:
     void copyPicture(int width, int height) {
         copy("public.tiff", std::to_string(width) + "x" + std::to_string(height));
     }
+    std::string pictureFile() {
+        fake::world().imageFiles["/tmp/a.tiff"] = {64, 48};
+        return "/tmp/a.tiff";
+    }
 
     AccessibilityWindows& windows() { return *windows_; }
     WindowList& list() { return *list_; }

@@ -18,6 +18,8 @@
 #include "tests/platform/contract/window_list_contract.hpp"
 
 #include <algorithm>
+#include <span>
+#include <string_view>
 
 // The desktop in memory is held to what the real ones do. It comes to rest by being drained.
 
@@ -84,6 +86,12 @@ public:
     void copyText(std::string text) { desk_.world.copyFromOutside(std::move(text), std::nullopt); }
     void copyPicture(int width, int height) {
         desk_.world.copyFromOutside(std::nullopt, memory::PixelSize{width, height});
+    }
+    std::string pictureFile() {
+        const std::string_view standIn = "picture 64x48";
+        const auto bytes = std::as_bytes(std::span(standIn));
+        desk_.world.files["/Users/user/a.tiff"] = {bytes.begin(), bytes.end()};
+        return "/Users/user/a.tiff";
     }
 
     AccessibilityWindows& windows() { return desk_.accessibilityWindows; }

@@ -1,5 +1,6 @@
 #include "tests/session/tap_session.hpp"
 #include "tests/support/poll_until.hpp"
+#include "tools/rig/clipboard_app.hpp"
 #include "tools/rig/screen_locker.hpp"
 #include "tools/rig/session_bus.hpp"
 #include "tools/rig/text_field_app.hpp"
@@ -106,7 +107,25 @@ TEST_F(ResidentTest, TheDoctorIsContentWithThisDesktop) {
     EXPECT_TRUE(doctor->out().waitForEnd());
     EXPECT_THAT(doctor->out().text(), HasSubstr("ok       keyboards: kbd0, kbd1\n"));
     EXPECT_THAT(doctor->out().text(), HasSubstr("platform.conf"));
+    EXPECT_THAT(doctor->out().text(), HasSubstr("ok       clipboard: changes are noticed"));
     EXPECT_THAT(doctor->out().text(), Not(HasSubstr("MISSING")));
+}
+
+TEST_F(ResidentTest, NoKeyWaitsForAnApplicationThatCopiedAndHangs) {
+    setUsualMapping();
+    KeyProbe probe = startProbe();
+    Process orvel = startResident();
+    rig::ClipboardApp hanging(rig::ClipboardApp::Kind::plain, desktop().environment());
+    hanging.tell("mute");
+    hanging.tell("own");
+    ASSERT_TRUE(hanging.process().out().waitForText("asked TARGETS"));
+    probe.clear();
+    const auto begin = std::chrono::steady_clock::now();
+    keyboard().tap("j");
+    EXPECT_EQ(probe.waitForKeys(2).size(), 2U);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(1500));
+    orvel->signal(SIGTERM);
+    EXPECT_EQ(orvel->waitForExit(), exited(0)) << "nor does the end of the program";
 }
 
 TEST_F(ResidentTest, TheDoctorNamesWhatIsEssentialAndMissing) {

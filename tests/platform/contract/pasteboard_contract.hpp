@@ -12,6 +12,7 @@ namespace orvel::contract {
 ///     Pasteboard& pasteboard();
 ///     void copyText(std::string text);            another application copies a text
 ///     void copyPicture(int width, int height);    … or a picture
+///     std::string pictureFile();                  the path of a file with a picture
 ///     void settle();                              what is under way came to its end
 template <typename Harness>
 class PasteboardContract : public ::testing::Test {
@@ -68,6 +69,31 @@ TYPED_TEST_P(PasteboardContract, HoldsTheTextThatWeWrite) {
     EXPECT_EQ(this->pasteboard.changeCount(), count) << "our own text settles";
 }
 
+TYPED_TEST_P(PasteboardContract, HoldsThePictureThatWeWrite) {
+    this->pasteboard.clear();
+    EXPECT_TRUE(this->pasteboard.writeImage(this->harness.pictureFile()).ok());
+    const auto count = this->pasteboard.changeCount();
+    const auto image = this->pasteboard.image();
+    ASSERT_TRUE(image.has_value());
+    EXPECT_FALSE(image->tiff.empty());
+    this->harness.settle();
+    EXPECT_EQ(this->pasteboard.changeCount(), count) << "our own picture settles";
+}
+
+TYPED_TEST_P(PasteboardContract, HoldsWhatOthersCopyAfterUs) {
+    this->pasteboard.clear();
+    this->pasteboard.setString("ours");
+    this->harness.settle();
+    const auto before = this->pasteboard.changeCount();
+    this->harness.copyText("theirs");
+    EXPECT_EQ(this->pasteboard.changeCount(), before + 1);
+    EXPECT_EQ(this->pasteboard.string(), "theirs");
+    this->pasteboard.clear();
+    this->pasteboard.setString("ours again");
+    EXPECT_EQ(this->pasteboard.changeCount(), before + 2);
+    EXPECT_EQ(this->pasteboard.string(), "ours again");
+}
+
 TYPED_TEST_P(PasteboardContract, WritesNoPictureThatCannotBeLoaded) {
     this->pasteboard.clear();
     EXPECT_FALSE(this->pasteboard.writeImage("/no/such/picture.tiff").ok());
@@ -76,6 +102,7 @@ TYPED_TEST_P(PasteboardContract, WritesNoPictureThatCannotBeLoaded) {
 
 REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, CountsWhatOthersCopy, GivesTextAsItWasCopied,
                             GivesPicturesWithTheirSize, HoldsNothingAfterItWasCleared,
-                            HoldsTheTextThatWeWrite, WritesNoPictureThatCannotBeLoaded);
+                            HoldsTheTextThatWeWrite, HoldsThePictureThatWeWrite,
+                            HoldsWhatOthersCopyAfterUs, WritesNoPictureThatCannotBeLoaded);
 
 }  // namespace orvel::contract

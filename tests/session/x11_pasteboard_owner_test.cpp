@@ -1,0 +1,155 @@
+#include "tests/session/pasteboard_session.hpp"
+
+#include <csignal>
+
+// What we put there, as others get it.
+
+namespace orvel::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::Eq;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr std::size_t kMegabyte = 1'000'000;
+
+class X11PasteboardOwnerTest : public PasteboardTest {
+protected:
+    void write(const std::string& text) {
+        pasteboard().clear();
+        pasteboard().setString(text);
+        settle();
+        EXPECT_TRUE(weOwn());
+    }
+    void writePicture(const std::string& path) {
+        pasteboard().clear();
+        EXPECT_TRUE(pasteboard().writeImage(path).ok());
+        settle();
+        EXPECT_TRUE(weOwn());
+    }
+    /// Others see what we wrote as soon as the server knows us as the owner.
+    testing::AssertionResult weOwn() {
+        return eventually([this] { return targets(); }, HasSubstr("SAVE_TARGETS"));
+    }
+    std::string targets() { return pasted("TARGETS"); }
+    static std::string textOf(App& app) {
+        const auto path = shared->nextPath();
+        EXPECT_EQ(app.tell("read " + path), "");
+        return ClipboardDesktop::contentOf(path);
+    }
+};
+
+TEST_F(X11PasteboardOwnerTest, EveryKindOfApplicationPastesOurText) {
+    App gtk = shared->app(App::Kind::gtk);
+    App qt = shared->app(App::Kind::qt);
+    for (const std::string& text : {std::string("-rf '$(touch a)' \"b\"\n`c`; Grüße 第一行 🚀"),
+                                    longText(kMegabyte), longText(6 * kMegabyte)}) {
+        write(text);
+        EXPECT_TRUE(pasted() == text) << "xclip, " << text.size();
+        EXPECT_TRUE(outputOf({"xsel", "--clipboard", "--output"}) == text)
+            << "xsel, " << text.size();
+        EXPECT_TRUE(textOf(gtk) == text) << "GTK, " << text.size();
+        EXPECT_TRUE(textOf(qt) == text) << "Qt, " << text.size();
+    }
+}
+
+TEST_F(X11PasteboardOwnerTest, EveryKindOfApplicationPastesOurPicture) {
+    App gtk = shared->app(App::Kind::gtk);
+    App qt = shared->app(App::Kind::qt);
+    const auto plain = shared->picture(1200, 800);
+    const auto odd = plain + " -x '$(touch b)'\n\".tiff";
+    ASSERT_NO_THROW(
+        rig::runTool({"convert", plain, "tiff:" + plain + ".tiff"}, shared->environment()));
+    std::filesystem::rename(plain + ".tiff", odd);
+    writePicture(odd);
+    EXPECT_THAT(targets(), HasSubstr("image/png"));
+    const auto png = shared->file(pasted("image/png"));
+    EXPECT_THAT(rig::runTool({"identify", png}, shared->environment()), HasSubstr("PNG 1200x800"));
+    EXPECT_TRUE(pasted("image/tiff") == ClipboardDesktop::contentOf(odd));
+    EXPECT_EQ(gtk.tell("read-picture " + shared->nextPath()), "1200x800");
+    EXPECT_EQ(qt.tell("read-picture"), "1200x800");
+    EXPECT_EQ(pasteboard().string(), std::nullopt);
+}
+
+TEST_F(X11PasteboardOwnerTest, ListsItsTargets) {
+    write("text");
+    std::istringstream lines(targets());
+    std::vector<std::string> listed;
+    for (std::string line; std::getline(lines, line);) listed.push_back(line);
+    EXPECT_THAT(listed,
+                ElementsAre("TIMESTAMP", "TARGETS", "MULTIPLE", "SAVE_TARGETS", "UTF8_STRING",
+                            "text/plain;charset=utf-8", "TEXT", "STRING", "text/plain"));
+}
+
+TEST_F(X11PasteboardOwnerTest, AnswersAsOwnersMust) {
+    App client = shared->app(App::Kind::plain);
+    write("Größe 第");
+    EXPECT_EQ(client.tell("ask STRING"),
+              "STRING Gr\xf6\xdf"
+              "e ?");
+    EXPECT_EQ(client.tell("ask TEXT"), "UTF8_STRING Größe 第");
+    EXPECT_THAT(client.tell("ask TIMESTAMP"), StartsWith("INTEGER "));
+    EXPECT_EQ(client.tell("ask SAVE_TARGETS"), "NULL ");
+    EXPECT_EQ(client.tell("ask image/png"), "refused");
+    EXPECT_EQ(client.tell("multiple UTF8_STRING image/png TEXT"),
+              "UTF8_STRING=Größe 第 image/png=refused TEXT=Größe 第");
+}
+
+TEST_F(X11PasteboardOwnerTest, OffersNothingAfterItWasCleared) {
+    write("text");
+    pasteboard().clear();
+    settle();
+    EXPECT_TRUE(eventually([this] { return targets(); }, Not(HasSubstr("UTF8_STRING"))));
+    EXPECT_THAT(pasted(), IsEmpty());
+}
+
+TEST_F(X11PasteboardOwnerTest, ClearingAndWritingIsOneChangeToOthers) {
+    OpenServices others(shared->desktop());
+    const auto before = others->pasteboard().changeCount();
+    write("text");
+    EXPECT_TRUE(eventually(
+        others, [&] { return others->pasteboard().changeCount(); }, Eq(before + 1)));
+    EXPECT_EQ(others->pasteboard().string(), "text");
+}
+
+TEST_F(X11PasteboardOwnerTest, GivesWayToWhoeverCopiesNext) {
+    write("ours");
+    const auto count = pasteboard().changeCount();
+    const Process next = shared->xclip(shared->file("theirs"));
+    ASSERT_TRUE(countBecomes(count + 1));
+    EXPECT_EQ(pasteboard().string(), "theirs");
+    EXPECT_EQ(pasted(), "theirs");
+    write("ours again");
+    EXPECT_EQ(pasteboard().changeCount(), count + 2);
+    EXPECT_EQ(pasted(), "ours again");
+}
+
+TEST_F(X11PasteboardOwnerTest, AnApplicationThatStopsTakingHoldsUpNobody) {
+    App lazy = shared->app(App::Kind::plain);
+    const std::string text = longText(4 * kMegabyte);
+    write(text);
+    EXPECT_THAT(lazy.tell("ask UTF8_STRING"), StartsWith("INCR "));
+    EXPECT_TRUE(pasted() == text);
+    lazy.process().signal(SIGKILL);
+    EXPECT_TRUE(lazy.process().waitForExit().has_value());
+    EXPECT_TRUE(pasted() == text);
+}
+
+TEST_F(X11PasteboardOwnerTest, AClipboardManagerKeepsOurTextBeyondOurEnd) {
+    const Process manager = shared->start({"xfce4-clipman"});
+    const std::string text = "beyond " + longText(kMegabyte);
+    {
+        OpenServices others(shared->desktop());
+        const auto check = [&] { return others->pasteboard().check(others->server()).finding; };
+        ASSERT_TRUE(eventually(others, check, HasSubstr("a clipboard manager keeps")));
+        others->pasteboard().clear();
+        others->pasteboard().setString(text);
+    }
+    EXPECT_TRUE(eventually([&] { return pasted() == text; }, Eq(true)));
+}
+
+}  // namespace
+}  // namespace orvel::test
