@@ -113,7 +113,6 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
         log_->startTracing(x11::TraceFile::defaultPath(),
                            [this] { return secretInput_.isTyped(); });
     }
-    absent_.effects.mute();
     input_->beforeInput([this] { catchUp(); });
     settingsWatch_ = runLoop.watchReadable(preferences_.changesFd(), [this] { catchUp(); });
 }

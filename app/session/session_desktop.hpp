@@ -3,7 +3,6 @@
 #include "app/cli/session_options.hpp"
 #include "app/record/recorder.hpp"
 #include "platform/desktop.hpp"
-#include "platform/memory/memory_desktop.hpp"
 #include "platform/qt/qt_run_loop.hpp"
 #include "platform/x11/password_focus.hpp"
 #include "platform/x11/secret_input.hpp"
@@ -81,8 +80,6 @@ private:
     x11::X11Shell shell_;
     std::function<void()> settingsRead_;
     std::unique_ptr<qt::ReadableWatch> settingsWatch_;
-    /// Stands in for the services that this back end does not offer yet.
-    memory::MemoryDesktop absent_;
     Desktop ports_;
 };
 
