@@ -110,6 +110,21 @@ TEST_F(TapPointerTest, AReversedWheelTurnsTheOtherWayForOldClients) {
     EXPECT_THAT(pointed(probe.waitForButtonsAndScrolls(2)), ElementsAre("+5", "-5"));
 }
 
+TEST_F(TapPointerTest, AWheelTurnedAroundAndBackManyTimesAlwaysTurnsAsItWasToldLast) {
+    KeyProbe probe = startProbe();
+    putPointerInto(probe);
+    TapHost tap = startTap();
+    for (int round = 0; round < 40; ++round) {
+        SCOPED_TRACE(round);
+        const bool isReversed = round % 2 == 0;
+        tap.tell(isReversed ? "wheel on" : "wheel off");
+        probe.clear();
+        round % 4 < 2 ? mouse().turnWheelAsButtons(1) : mouse().turnWheel(1);
+        EXPECT_THAT(pointed(probe.waitForButtonsAndScrolls(2)),
+                    isReversed ? ElementsAre("+4", "-4") : ElementsAre("+5", "-5"));
+    }
+}
+
 TEST_F(TapPointerTest, AReversedWheelTurnsTheOtherWayForSmoothClients) {
     KeyProbe probe = startProbe(KeyProbe::Mode::smooth);
     putPointerInto(probe);
