@@ -45,7 +45,6 @@ void PanelSessionTest::waitForPanel() {
 
 void PanelSessionTest::moveTo(rig::ScreenPoint point) {
     const rig::ScreenPoint from = state().pointer();
-    if (from == point) return;  // The device has nothing to tell then.
     mouse().move(point.x - from.x, point.y - from.y);
     ASSERT_EQ(state().pointer(), point);
 }

@@ -85,6 +85,8 @@ void InputDevice::setEnabled(bool enabled) {
 }
 
 void InputDevice::barrier() {
+    // The server answers after the next input, so there must be one.
+    if (!std::exchange(isUnprocessed_, false)) return;
     send(message<xf86ITEventWaitForSync>(XF86IT_EVENT_WAIT_FOR_SYNC));
     xf86ITResponseSyncFinished answer{};
     receiveBytes(&answer, sizeof answer);
@@ -152,7 +154,7 @@ void Keyboard::sendKey(PhysicalKey key, bool down) {
     auto event = message<xf86ITEventKey>(XF86IT_EVENT_KEY);
     event.key_code = key.code;
     event.is_press = down ? 1 : 0;
-    send(event);
+    sendInput(event);
 }
 
 void Pointer::press(Button button) {
@@ -208,10 +210,11 @@ void Pointer::sendButton(int button, bool down) {
     auto event = message<xf86ITEventButton>(XF86IT_EVENT_BUTTON);
     event.button = button;
     event.is_press = down ? 1 : 0;
-    send(event);
+    sendInput(event);
 }
 
 void Pointer::sendMotion(int firstAxis, double first, double second) {
+    if (first == 0 && second == 0) return;
     auto event = message<xf86ITEventMotion>(XF86IT_EVENT_MOTION);
     event.valuators.has_unaccelerated = 1;
     const auto set = [&event](int axis, double distance) {
@@ -224,7 +227,7 @@ void Pointer::sendMotion(int firstAxis, double first, double second) {
     };
     set(firstAxis, first);
     set(firstAxis + 1, second);
-    send(event);
+    sendInput(event);
 }
 
 }  // namespace orvel::rig

@@ -32,13 +32,18 @@ public:
 
 protected:
     template <class Message>
-    void send(const Message& message) {
-        sendBytes(&message, sizeof message);
+    void sendInput(const Message& message) {
+        send(message);
+        isUnprocessed_ = true;
     }
     /// Returns when the server has processed everything sent before.
     void barrier();
 
 private:
+    template <class Message>
+    void send(const Message& message) {
+        sendBytes(&message, sizeof message);
+    }
     void connect();
     void setEnabled(bool enabled);
     void sendBytes(const void* bytes, std::size_t size);
@@ -49,6 +54,7 @@ private:
     XConnection& x_;
     int id_;
     UniqueFd connection_;
+    bool isUnprocessed_ = false;
 };
 
 class Keyboard : public InputDevice {
