@@ -48,6 +48,7 @@ Application::Application(Desktop& desktop)
               {.overlay = overlay_, .clipboard = clipboard_, .finderMenu = finderMenu_},
               preferences_),
       settings_(preferences_, engine_, overlay_),
+      onboarding_(desktop.essentials, desktop.launcher, desktop.runLoop, engine_),
       loginItem_(desktop.loginItems, preferences_, desktop.log),
       settingsPanel_(settingsPanelPorts(desktop)),
       statusItem_(statusItemPorts(desktop), settingsPanel_, loginItem_, engine_.isPaused()),

@@ -10,6 +10,7 @@
 #include "app/status_item_controller.hpp"
 #include "engine/orvel_engine.hpp"
 #include "platform/desktop.hpp"
+#include "settings_ui/onboarding_model.hpp"
 #include "settings_ui/settings_model.hpp"
 
 namespace orvel {
@@ -23,6 +24,7 @@ public:
     [[nodiscard]] Preferences& preferences() { return preferences_; }
     [[nodiscard]] OrvelEngine& engine() { return engine_; }
     [[nodiscard]] SettingsModel& settings() { return settings_; }
+    [[nodiscard]] OnboardingModel& onboarding() { return onboarding_; }
     [[nodiscard]] SettingsPanel& settingsPanel() { return settingsPanel_; }
     [[nodiscard]] StatusItemController& statusItem() { return statusItem_; }
     [[nodiscard]] AppDelegate& delegate() { return delegate_; }
@@ -35,6 +37,7 @@ private:
     AbsentWindowPictures windowPictures_;
     OrvelEngine engine_;
     SettingsModel settings_;
+    OnboardingModel onboarding_;
     LoginItem loginItem_;
     SettingsPanel settingsPanel_;
     StatusItemController statusItem_;

@@ -6,6 +6,7 @@ class AccessibilityPermission;
 class AccessibilityWindows;
 class AppControl;
 class CapsLock;
+class Essentials;
 class EventMonitors;
 class EventPoster;
 class EventTap;
@@ -37,6 +38,7 @@ struct Desktop {
     AccessibilityWindows& accessibilityWindows;
     AppControl& appControl;
     CapsLock& capsLock;
+    Essentials& essentials;
     EventMonitors& eventMonitors;
     EventPoster& eventPoster;
     EventTap& eventTap;

@@ -40,7 +40,8 @@ int openRequestPipe() {
 }  // namespace
 
 PanelSession::PanelSession(qt::QtRunLoop& runLoop, x11::X11Shell& shell, Application& application)
-    : content_(shell.panels(), application.settings(), application.engine().isPaused(),
+    : content_(shell.panels(), application.settings(), application.onboarding(),
+               application.engine().isPaused(),
                [&panel = application.settingsPanel()] { panel.hide(); }) {
     const int requests = openRequestPipe();
     if (requests < 0) return;

@@ -7,6 +7,7 @@
 #include "platform/x11/password_focus.hpp"
 #include "platform/x11/secret_input.hpp"
 #include "platform/x11/x11_accessibility_permission.hpp"
+#include "platform/x11/x11_essentials.hpp"
 #include "platform/x11/x11_event_path.hpp"
 #include "platform/x11/x11_file_system.hpp"
 #include "platform/x11/x11_input_state.hpp"
@@ -64,6 +65,7 @@ private:
     x11::X11AccessibilityPermission accessibilityPermission_;
     x11::X11PreferenceStore preferences_;
     std::unique_ptr<x11::X11EventPath> input_;
+    x11::X11Essentials essentials_;
     std::unique_ptr<x11::X11Services> services_;
     x11::X11InputState inputState_;
     x11::X11WindowImages windowImages_;

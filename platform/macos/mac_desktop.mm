@@ -4,6 +4,7 @@
 #include "platform/accessibility_windows.hpp"
 #include "platform/app_control.hpp"
 #include "platform/caps_lock.hpp"
+#include "platform/essentials.hpp"
 #include "platform/event_monitors.hpp"
 #include "platform/event_poster.hpp"
 #include "platform/event_tap.hpp"
@@ -64,6 +65,7 @@ private:
     std::unique_ptr<EventPoster> eventPoster_ = makeEventPoster();
     std::unique_ptr<InputState> inputState_ = makeInputState();
     std::unique_ptr<EventTap> eventTap_ = makeEventTap(*eventPoster_, *inputState_, *log_);
+    std::unique_ptr<Essentials> essentials_ = makeEssentials(*eventTap_);
     std::unique_ptr<FileSystem> fileSystem_ = makeFileSystem();
     std::unique_ptr<Haptics> haptics_ = makeHaptics();
     std::unique_ptr<InputSources> inputSources_ = makeInputSources();
@@ -92,6 +94,7 @@ Desktop OwningDesktop::portsWith(const RecordedPorts& recorded) {
             *accessibilityWindows_,
             *appControl_,
             *capsLock_,
+            *essentials_,
             *eventMonitors_,
             recorded.eventPoster,
             recorded.eventTap,

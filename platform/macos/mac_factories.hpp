@@ -14,6 +14,7 @@ std::unique_ptr<AccessibilityPermission> makeAccessibilityPermission();
 std::unique_ptr<AccessibilityWindows> makeAccessibilityWindows();
 std::unique_ptr<AppControl> makeAppControl();
 std::unique_ptr<CapsLock> makeCapsLock();
+std::unique_ptr<Essentials> makeEssentials(const EventTap& tap);
 std::unique_ptr<EventMonitors> makeEventMonitors();
 std::unique_ptr<EventPoster> makeEventPoster();
 std::unique_ptr<EventTap> makeEventTap(EventPoster& poster, const InputState& input, Log& log);

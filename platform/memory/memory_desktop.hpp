@@ -6,6 +6,7 @@
 #include "platform/memory/memory_accessibility_windows.hpp"
 #include "platform/memory/memory_app_control.hpp"
 #include "platform/memory/memory_caps_lock.hpp"
+#include "platform/memory/memory_essentials.hpp"
 #include "platform/memory/memory_event_monitors.hpp"
 #include "platform/memory/memory_event_poster.hpp"
 #include "platform/memory/memory_event_tap.hpp"
@@ -50,6 +51,7 @@ public:
     MemoryAccessibilityWindows accessibilityWindows{world, effects};
     MemoryAppControl appControl{world, effects};
     MemoryCapsLock capsLock{world, effects};
+    MemoryEssentials essentials;
     MemoryEventMonitors eventMonitors{effects};
     MemoryEventPoster eventPoster{world, effects};
     MemoryEventTap eventTap{world, effects};
@@ -82,6 +84,7 @@ private:
                    accessibilityWindows,
                    appControl,
                    capsLock,
+                   essentials,
                    eventMonitors,
                    eventPoster,
                    eventTap,

@@ -27,8 +27,16 @@ FocusScope {
         anchors.fill: parent
         isArrowVisible: content.isBelowStatusItem
     }
+    OnboardingPage {
+        anchors.fill: parent
+        anchors.topMargin: shape.arrowHeight
+        visible: content.vm.onboarding.isNeeded
+        vm: content.vm.onboarding
+    }
     PanelHeader {
         id: header
+
+        visible: !content.vm.onboarding.isNeeded
 
         anchors.left: parent.left
         anchors.right: parent.right
@@ -40,6 +48,8 @@ FocusScope {
     CondensedKeyboardView {
         id: keyboard
 
+        visible: header.visible
+
         anchors.left: header.left
         anchors.right: header.right
         y: header.y + header.height + Theme.groupGap
@@ -49,6 +59,7 @@ FocusScope {
         id: cards
 
         objectName: "cards"
+        visible: header.visible
 
         anchors.left: parent.left
         anchors.right: parent.right
@@ -63,7 +74,7 @@ FocusScope {
         anchors.top: cards.top
         width: parent.width
         height: Theme.hairline(Screen.devicePixelRatio)
-        visible: cards.contentY > 0
+        visible: cards.visible && cards.contentY > 0
         color: Theme.stroke
     }
 }

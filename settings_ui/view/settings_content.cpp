@@ -11,11 +11,11 @@
 namespace orvel::settings_view {
 
 SettingsContent::SettingsContent(qt::PanelContentHost& panels, SettingsModel& settings,
-                                 const Published<bool>& isEnginePaused,
+                                 OnboardingModel& onboarding, const Published<bool>& isEnginePaused,
                                  std::function<void()> closePanel)
     : panels_(panels),
-      viewModel_(
-          std::make_unique<SettingsViewModel>(settings, isEnginePaused, std::move(closePanel))) {
+      viewModel_(std::make_unique<SettingsViewModel>(settings, onboarding, isEnginePaused,
+                                                     std::move(closePanel))) {
     panels_.setContent(PanelId::settings,
                        {QUrl(QStringLiteral("qrc:/qt/qml/Orvel/Settings/ContentView.qml")),
                         {{QStringLiteral("vm"), QVariant::fromValue(viewModel_.get())}}});

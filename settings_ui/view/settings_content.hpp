@@ -7,6 +7,7 @@
 
 namespace orvel {
 
+class OnboardingModel;
 class SettingsModel;
 namespace qt {
 class PanelContentHost;
@@ -21,7 +22,8 @@ class SettingsContent {
 public:
     /// `closePanel` hides the panel.
     SettingsContent(qt::PanelContentHost& panels, SettingsModel& settings,
-                    const Published<bool>& isEnginePaused, std::function<void()> closePanel);
+                    OnboardingModel& onboarding, const Published<bool>& isEnginePaused,
+                    std::function<void()> closePanel);
     ~SettingsContent();
     SettingsContent(const SettingsContent&) = delete;
     SettingsContent& operator=(const SettingsContent&) = delete;

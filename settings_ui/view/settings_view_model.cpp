@@ -46,11 +46,13 @@ auto choiceAt(const Table& table, int place) {
 
 }  // namespace
 
-SettingsViewModel::SettingsViewModel(SettingsModel& settings, const Published<bool>& isEnginePaused,
+SettingsViewModel::SettingsViewModel(SettingsModel& settings, OnboardingModel& onboarding,
+                                     const Published<bool>& isEnginePaused,
                                      std::function<void()> closePanel)
     : settings_(settings),
       isEnginePaused_(isEnginePaused),
       closePanel_(std::move(closePanel)),
+      onboarding_(onboarding),
       specialCards_(settings, std::span(kFeatureCards).first(kSpecialCards)),
       cards_(settings, std::span(kFeatureCards).subspan(kSpecialCards)),
       keys_(settings.editor()),
@@ -84,6 +86,7 @@ QString SettingsViewModel::sacrificeLabel() const {
 void SettingsViewModel::setShown(bool isShown) {
     if (isShown_ == isShown) return;
     isShown_ = isShown;
+    onboarding_.setShown(isShown_);
     emit isShownChanged();
     if (isShown_) {
         settings_.appear();

@@ -3,6 +3,7 @@
 #include "platform/base/published.hpp"
 #include "settings_ui/view/drawn_key_list.hpp"
 #include "settings_ui/view/feature_card_list.hpp"
+#include "settings_ui/view/onboarding_view_model.hpp"
 
 #include <QAbstractListModel>
 #include <QObject>
@@ -46,14 +47,16 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(QString deleteKeyFace READ deleteKeyFace NOTIFY changed FINAL)
     /// Label and target of every changed key, one after the other.
     Q_PROPERTY(QList<QString> changedMaps READ changedMaps NOTIFY changed FINAL)
+    /// What stands in place of everything else while something essential is missing.
+    Q_PROPERTY(orvel::settings_view::OnboardingViewModel* onboarding READ onboarding CONSTANT FINAL)
     Q_PROPERTY(bool isPaused READ isPaused NOTIFY isPausedChanged FINAL)
     Q_PROPERTY(bool isShown READ isShown WRITE setShown NOTIFY isShownChanged FINAL)
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
 
 public:
-    SettingsViewModel(SettingsModel& settings, const Published<bool>& isEnginePaused,
-                      std::function<void()> closePanel);
+    SettingsViewModel(SettingsModel& settings, OnboardingModel& onboarding,
+                      const Published<bool>& isEnginePaused, std::function<void()> closePanel);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString subtitle() const;
@@ -77,6 +80,7 @@ public:
     [[nodiscard]] QString sacrificeLabel() const;
     [[nodiscard]] QString deleteKeyFace() const { return state_.deleteKeyFace; }
     [[nodiscard]] QStringList changedMaps() const { return state_.changedMaps; }
+    [[nodiscard]] OnboardingViewModel* onboarding() { return &onboarding_; }
     [[nodiscard]] bool isPaused() const { return isEnginePaused_; }
     [[nodiscard]] bool isShown() const { return isShown_; }
     void setShown(bool isShown);
@@ -114,6 +118,7 @@ private:
     SettingsModel& settings_;
     const Published<bool>& isEnginePaused_;
     std::function<void()> closePanel_;
+    OnboardingViewModel onboarding_;
     FeatureCardList specialCards_;
     FeatureCardList cards_;
     DrawnKeyList keys_;

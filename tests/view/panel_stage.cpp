@@ -31,7 +31,8 @@ QQuickItem* findItem(QQuickItem* parent, const QString& name) {
 }  // namespace
 
 PanelStage::PanelStage()
-    : viewModel(app.settings(), app.engine().isPaused(), [this] { isClosed = true; }) {
+    : viewModel(app.settings(), app.onboarding(), app.engine().isPaused(),
+                [this] { isClosed = true; }) {
     engine_.addImportPath("qrc:/qt/qml");
 }
 

@@ -35,6 +35,34 @@ void scrolledDown(PanelStage& stage) {
     stage.whenShown = [](PanelStage& shown) { shown.item("cards").setProperty("contentY", 260.0); };
 }
 
+void keyboardMissing(PanelStage& stage) {
+    stage.desk.essentials.findings = {{Essential::keyboard, false},
+                                      {Essential::keyboardControl, true}};
+}
+
+void nothingThere(PanelStage& stage) {
+    stage.desk.essentials.findings = {{Essential::keyboard, false},
+                                      {Essential::keyboardControl, false}};
+}
+
+void permissionMissing(PanelStage& stage) {
+    stage.desk.essentials.findings = {{Essential::accessibilityPermission, false}};
+}
+
+void permissionWithoutEffect(PanelStage& stage) {
+    stage.desk.essentials.findings = {{Essential::accessibilityPermission, true},
+                                      {Essential::effectivePermission, false}};
+}
+
+/// The moment between the last tick and the settings.
+void justMended(PanelStage& stage) {
+    keyboardMissing(stage);
+    stage.whenShown = [](PanelStage& shown) {
+        shown.desk.essentials.findings.front().isThere = true;
+        shown.viewModel.onboarding()->retry();
+    };
+}
+
 constexpr Look kLooks[] = {
     {"fresh_light", false, true, asInstalled},
     {"fresh_dark", true, true, asInstalled},
@@ -49,6 +77,14 @@ constexpr Look kLooks[] = {
     {"key_menu_light", false, true, allOn, "key.右cmd"},
     {"key_menu_dark", true, true, allOn, "key.ctrl"},
     {"combination_menu_light", false, true, asInstalled, "comboMenu"},
+    {"onboarding_light", false, true, keyboardMissing},
+    {"onboarding_dark", true, true, keyboardMissing},
+    {"onboarding_nothing_there_light", false, true, nothingThere},
+    {"onboarding_permission_light", false, true, permissionMissing},
+    {"onboarding_permission_dark", true, true, permissionMissing},
+    {"onboarding_without_effect_light", false, true, permissionWithoutEffect},
+    {"onboarding_ready_light", false, true, justMended},
+    {"onboarding_ready_dark", true, true, justMended},
     {"help_light", false, true, allOn, "info.0"},
     {"help_dark", true, true, allOn, "info.1"},
 };

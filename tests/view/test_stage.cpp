@@ -1,5 +1,8 @@
 #include "tests/view/test_stage.hpp"
 
+#include <chrono>
+#include <string_view>
+
 namespace orvel::test {
 
 namespace {
@@ -18,7 +21,8 @@ struct ToVariant {
 }  // namespace
 
 TestStage::TestStage(QObject* parent)
-    : QObject(parent), viewModel_(app_.settings(), app_.engine().isPaused(), [this] {
+    : QObject(parent),
+      viewModel_(app_.settings(), app_.onboarding(), app_.engine().isPaused(), [this] {
           isClosed_ = true;
           emit closed();
       }) {}
@@ -39,5 +43,21 @@ QVariant TestStage::stored(const QString& key) {
 bool TestStage::isEngineOn() { return app_.engine().isWindowsModeEnabled(); }
 
 void TestStage::pauseEngine() { app_.engine().setPaused(true); }
+
+bool TestStage::isKeyboardThere() const { return desk_.essentials.findings.front().isThere; }
+
+void TestStage::setKeyboardThere(bool isThere) {
+    desk_.essentials.findings = {{Essential::keyboard, isThere}};
+}
+
+void TestStage::askForPermission() {
+    desk_.essentials.findings = {{Essential::accessibilityPermission, false}};
+}
+
+void TestStage::letTimePass(int seconds) { desk_.runLoop.advance(std::chrono::seconds(seconds)); }
+
+bool TestStage::hasOpened(const QString& text) {
+    return desk_.effects.text().find(text.toStdString()) != std::string_view::npos;
+}
 
 }  // namespace orvel::test

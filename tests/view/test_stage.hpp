@@ -16,12 +16,16 @@ namespace orvel::test {
 class TestStage : public QObject {
     Q_OBJECT
     Q_PROPERTY(orvel::settings_view::SettingsViewModel* viewModel READ viewModel CONSTANT FINAL)
+    /// Whether the desktop finds a keyboard.
+    Q_PROPERTY(bool keyboardIsThere READ isKeyboardThere WRITE setKeyboardThere)
     Q_PROPERTY(bool isClosed READ isClosed NOTIFY closed FINAL)
 
 public:
     explicit TestStage(QObject* parent = nullptr);
 
     [[nodiscard]] settings_view::SettingsViewModel* viewModel() { return &viewModel_; }
+    [[nodiscard]] bool isKeyboardThere() const;
+    void setKeyboardThere(bool isThere);
     [[nodiscard]] bool isClosed() const { return isClosed_; }
 
     /// Another process stores a flag or a text.
@@ -30,6 +34,12 @@ public:
     Q_INVOKABLE QVariant stored(const QString& key);
     Q_INVOKABLE bool isEngineOn();
     Q_INVOKABLE void pauseEngine();
+    /// The desktop wants the user's permission and does not have it.
+    Q_INVOKABLE void askForPermission();
+    /// The timers of the program run, as this many seconds pass.
+    Q_INVOKABLE void letTimePass(int seconds);
+    /// Whether an address that holds this text was opened.
+    Q_INVOKABLE bool hasOpened(const QString& text);
 
 signals:
     void closed();

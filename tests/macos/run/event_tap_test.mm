@@ -1,5 +1,6 @@
 #include "platform/event_tap.hpp"
 
+#include "platform/essentials.hpp"
 #include "platform/event_poster.hpp"
 #include "platform/input_state.hpp"
 #include "platform/macos/mac_factories.hpp"
@@ -350,6 +351,21 @@ TEST_F(MacEventTapTest, NamesTheProgramThatKeepsSecureInputOn) {
     EXPECT_THAT(log.lines, ElementsAre(HasSubstr("Vault (PID 77)")));
     fake::advance(60s);
     EXPECT_THAT(log.lines, SizeIs(1));
+}
+
+TEST_F(MacEventTapTest, EssentialIsThePermissionAndThenThatItHasAnEffect) {
+    const std::unique_ptr<Essentials> essentials = makeEssentials(*tap);
+    mac().session.isTrusted = false;
+    EXPECT_THAT(essentials->check(),
+                ElementsAre(EssentialFinding{Essential::accessibilityPermission, false}));
+    mac().session.isTrusted = true;
+    EXPECT_THAT(essentials->check(),
+                ElementsAre(EssentialFinding{Essential::accessibilityPermission, true},
+                            EssentialFinding{Essential::effectivePermission, false}));
+    startWith(EventVerdict::pass);
+    EXPECT_THAT(essentials->check(),
+                ElementsAre(EssentialFinding{Essential::accessibilityPermission, true},
+                            EssentialFinding{Essential::effectivePermission, true}));
 }
 
 }  // namespace
