@@ -1,11 +1,13 @@
 #include "platform/x11/settings_watch.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <sys/epoll.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
 #include <utility>
@@ -28,18 +30,45 @@ void addTo(int epoll, int fd) {
     epoll_ctl(epoll, EPOLL_CTL_ADD, fd, &event);
 }
 
+std::string whyNoInstance() {
+    const bool areAllTaken = errno == EMFILE;
+    return systemError() + (areAllTaken ? "; see fs.inotify.max_user_instances" : "");
+}
+
+std::string whyNoWatch(const std::string& folder) {
+    const bool areAllTaken = errno == ENOSPC;
+    return folder + ": " + systemError() + (areAllTaken ? "; see fs.inotify.max_user_watches" : "");
+}
+
 }  // namespace
+
+SettingsWatch::Stamp::Stamp(const SettingsPlace::Name& name) {
+    struct stat info {};
+    if (::lstat((name.folder + '/' + name.name).c_str(), &info) != 0) return;
+    device = info.st_dev;
+    inode = info.st_ino;
+    size = info.st_size;
+    modified = {info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
+    changed = {info.st_ctim.tv_sec, info.st_ctim.tv_nsec};
+}
 
 SettingsWatch::SettingsWatch()
     : epoll_(epoll_create1(EPOLL_CLOEXEC)), inotify_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
     if (inotify_.isOpen()) {
         addTo(epoll_.get(), inotify_.get());
     } else {
-        fallBack(systemError());
+        fallBack(whyNoInstance());
     }
 }
 
 void SettingsWatch::follow(const SettingsPlace& place) {
+    watchFolders(place);
+    stamps_.clear();
+    if (!timer_.isOpen()) return;
+    for (const SettingsPlace::Name& name : place.decidedBy) stamps_.emplace_back(name, Stamp(name));
+}
+
+void SettingsWatch::watchFolders(const SettingsPlace& place) {
     if (!inotify_.isOpen()) return;
     std::map<int, std::set<std::string>> wanted;
     for (const SettingsPlace::Name& decisive : place.decidedBy) {
@@ -47,7 +76,7 @@ void SettingsWatch::follow(const SettingsPlace& place) {
         if (folder >= 0) {
             wanted[folder].insert(decisive.name);
         } else if (errno != ENOENT && errno != ENOTDIR) {
-            fallBack(decisive.folder + ": " + systemError());
+            fallBack(whyNoWatch(decisive.folder));
         }
     }
     for (const auto& [folder, names] : names_) {
@@ -57,10 +86,13 @@ void SettingsWatch::follow(const SettingsPlace& place) {
 }
 
 bool SettingsWatch::drain() {
-    bool happened = drainEvents();
+    const bool isTold = drainEvents();
+    if (!timer_.isOpen()) return isTold;
     std::uint64_t ticks = 0;
-    if (timer_.isOpen() && read(timer_.get(), &ticks, sizeof ticks) > 0) happened = true;
-    return happened;
+    const bool isTime = read(timer_.get(), &ticks, sizeof ticks) > 0;
+    return isTold || isTime || std::any_of(stamps_.begin(), stamps_.end(), [](const auto& stamped) {
+               return Stamp(stamped.first) != stamped.second;
+           });
 }
 
 void SettingsWatch::fallBack(std::string why) {
