@@ -16,8 +16,9 @@ namespace {
 /// Whether `text` as a whole is a number that fits `number`.
 template <typename Number>
 bool reads(std::string_view text, Number& number) {
-    const char* end = text.data() + text.size();
-    const auto outcome = std::from_chars(text.data(), end, number);
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const auto outcome = std::from_chars(begin, end, number);
     return outcome.ec == std::errc{} && outcome.ptr == end;
 }
 

@@ -43,7 +43,7 @@ public:
     /// The last one of these applications, with what it is.
     struct Holder {
         AccessibleId object;
-        FocusKind kind;
+        FocusKind kind{};
     };
     [[nodiscard]] std::optional<Holder> holder(const std::vector<std::string>& applications) const;
     /// Every object that is a password field and did not lose the focus.
@@ -56,9 +56,9 @@ public:
 
 private:
     struct Period {
-        Moment begin;
+        Moment begin{};
         AccessibleId object;
-        FocusKind kind;
+        FocusKind kind{};
     };
     [[nodiscard]] Period* lastOf(const std::string& application);
     void begin(const AccessibleId& object, FocusKind kind);
