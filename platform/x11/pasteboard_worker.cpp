@@ -15,7 +15,9 @@ namespace {
 /// How often stalled requestors are looked for while something is being sent.
 constexpr Milliseconds kStallLook{1000};
 /// How long the end of the program may wait for a clipboard manager.
-constexpr Milliseconds kHandOverLimit{1000};
+constexpr Milliseconds kHandOverLimit{700};
+/// Who owns the clipboard must be known before anything else is done, however busy the server is.
+constexpr Milliseconds kOwnerLimit{10'000};
 /// How long decoding a picture may hold up the news that something was copied.
 constexpr Milliseconds kDecodeLimit{10'000};
 constexpr const char* kTimeProperty = "_ORVEL_TIME";
@@ -83,7 +85,7 @@ void PasteboardWorker::start() {
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     // What lies there already is no change.
-    isCaptureDue_ = ownerOf(clipboard_) != XCB_WINDOW_NONE;
+    isCaptureDue_ = ownerOf(clipboard_, deadlineIn(kServerLimit)) != XCB_WINDOW_NONE;
 }
 
 bool PasteboardWorker::goesOn() const { return !state_->isEnding() && server_->isAlive(); }
@@ -162,7 +164,7 @@ void PasteboardWorker::takeOver(xcb_timestamp_t time) {
     isPictureAwaited_ =
         announced_.contents->picture != nullptr && !announced_.contents->picture->isSettled();
     xcb_set_selection_owner(server_->raw(), window_, clipboard_, time);
-    if (ownerOf(clipboard_) == window_) {
+    if (ownerOf(clipboard_, deadlineIn(kOwnerLimit)) == window_) {
         if (!hasNotices_) tookOver();
         return;
     }
@@ -190,7 +192,8 @@ void PasteboardWorker::handOver() {
         handleNext(limit);
     const auto manager = server_->atom("CLIPBOARD_MANAGER");
     const auto targets = owner_.contentTargets();
-    if (!owner_.isOffering() || targets.empty() || ownerOf(manager) == XCB_WINDOW_NONE) return;
+    if (!owner_.isOffering() || targets.empty() || ownerOf(manager, limit) == XCB_WINDOW_NONE)
+        return;
     bool isDone = false;
     const auto answered =
         server_->onEvent(XCB_SELECTION_NOTIFY, [&](const xcb_generic_event_t& event) {
@@ -206,9 +209,9 @@ void PasteboardWorker::handOver() {
         handleNext(limit);
 }
 
-xcb_window_t PasteboardWorker::ownerOf(xcb_atom_t selection) {
+xcb_window_t PasteboardWorker::ownerOf(xcb_atom_t selection, Deadline deadline) {
     const auto owner = server_->reply<xcb_get_selection_owner_reply_t>(
-        xcb_get_selection_owner(server_->raw(), selection));
+        xcb_get_selection_owner(server_->raw(), selection), deadline);
     return owner == nullptr ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : owner->owner;
 }
 

@@ -41,7 +41,7 @@ private:
     void takeOver(xcb_timestamp_t time);
     void tookOver();
     void handOver();
-    [[nodiscard]] xcb_window_t ownerOf(xcb_atom_t selection);
+    [[nodiscard]] xcb_window_t ownerOf(xcb_atom_t selection, Deadline deadline);
     [[nodiscard]] std::shared_ptr<PendingPicture> decode(std::vector<std::uint8_t> encoded);
 
     std::unique_ptr<ServiceConnection> server_;

@@ -8,6 +8,8 @@
 //   stall COUNT              falls silent after so many increments
 //   ask TARGET               asks the owner for a target and tells how many bytes came at once
 //   multiple TARGET TARGET   asks for both in one request and tells which came
+//   manage                   becomes the clipboard manager, which keeps what others own at their
+//   end
 // Answers each line with "done", and says "asked TARGET" at every request.
 
 #include <xcb/xcb.h>
@@ -25,6 +27,7 @@
 #include <string>
 #include <sys/poll.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -116,6 +119,9 @@ private:
         if (command == "forget") forms_.clear();
         if (command == "own")
             xcb_set_selection_owner(connection_, window_, clipboard_, XCB_CURRENT_TIME);
+        if (command == "manage")
+            xcb_set_selection_owner(connection_, window_, atom("CLIPBOARD_MANAGER"),
+                                    XCB_CURRENT_TIME);
         if (command == "mute") isMute_ = true;
         if (command == "refuse-targets") refusesTargets_ = true;
         if (command == "stall") words >> stallAfter_.emplace();
@@ -170,13 +176,18 @@ private:
     void answer(const xcb_selection_request_event_t& request) {
         std::cout << "asked " << nameOf(request.target) << std::endl;
         if (isMute_) return;
+        if (request.target == atom("SAVE_TARGETS")) return beginToSave(request);
+        notify(request, give(request));
+    }
+
+    void notify(const xcb_selection_request_event_t& request, bool isGiven) {
         xcb_selection_notify_event_t reply{};
         reply.response_type = XCB_SELECTION_NOTIFY;
         reply.time = request.time;
         reply.requestor = request.requestor;
         reply.selection = request.selection;
         reply.target = request.target;
-        if (give(request)) reply.property = request.property;
+        if (isGiven) reply.property = request.property;
         xcb_send_event(connection_, 0, request.requestor, 0, reinterpret_cast<const char*>(&reply));
     }
 
@@ -195,6 +206,28 @@ private:
         if (form == forms_.end()) return false;
         send(request, *form);
         return true;
+    }
+
+    /// The requestor lists what to save; everything is asked for in one request.
+    void beginToSave(const xcb_selection_request_event_t& request) {
+        saving_ = request;
+        const auto listed = take(request.property, request.requestor);
+        std::string names;
+        for (std::size_t at = 0; at + 4 <= listed.bytes.size(); at += 4) {
+            xcb_atom_t target = XCB_ATOM_NONE;
+            std::memcpy(&target, listed.bytes.data() + at, sizeof target);
+            names += nameOf(target) + ' ';
+        }
+        std::istringstream words(names);
+        askMultiple(words);
+    }
+
+    void endSaving() {
+        forms_ = std::exchange(taken_, {});
+        xcb_set_selection_owner(connection_, window_, clipboard_, XCB_CURRENT_TIME);
+        notify(*saving_, true);
+        saving_.reset();
+        std::cout << "saved" << std::endl;
     }
 
     void send(const xcb_selection_request_event_t& request, const Form& form) {
@@ -236,34 +269,41 @@ private:
         } else if (notice.target == atom("MULTIPLE")) {
             tellMultiple();
         } else {
-            const auto value = take(notice.property);
+            const auto value = take(notice.property, window_);
             std::cout << "done " << nameOf(value.type) << ' ' << value.bytes << std::endl;
         }
     }
 
     void tellMultiple() {
-        const auto pairs = take(atom("ASKED"));
+        const auto pairs = take(atom("ASKED"), window_);
         std::string told = "done";
         for (std::size_t at = 0; at + 8 <= pairs.bytes.size(); at += 8) {
             xcb_atom_t pair[2];
             std::memcpy(pair, pairs.bytes.data() + at, sizeof pair);
             told += ' ' + nameOf(pair[0]) + '=';
-            told += pair[1] == XCB_ATOM_NONE ? "refused" : take(pair[1]).bytes;
+            if (pair[1] == XCB_ATOM_NONE) {
+                told += "refused";
+                continue;
+            }
+            taken_.push_back(take(pair[1], window_));
+            taken_.back().target = pair[0];
+            told += taken_.back().bytes;
         }
+        if (saving_) return endSaving();
+        taken_.clear();
         std::cout << told << std::endl;
     }
 
-    Form take(xcb_atom_t property) {
+    Form take(xcb_atom_t property, xcb_window_t window) {
         auto* reply =
             xcb_get_property_reply(connection_,
-                                   xcb_get_property(connection_, 1, window_, property,
+                                   xcb_get_property(connection_, 1, window, property,
                                                     XCB_GET_PROPERTY_TYPE_ANY, 0, kIncrement),
                                    nullptr);
         if (reply == nullptr) return {};
         const auto* begin = static_cast<const char*>(xcb_get_property_value(reply));
-        Form value{
-            property, reply->type,
-            std::string(begin, static_cast<std::size_t>(xcb_get_property_value_length(reply)))};
+        const auto size = static_cast<std::size_t>(xcb_get_property_value_length(reply));
+        Form value{property, reply->type, std::string(begin, size)};
         std::free(reply);
         return value;
     }
@@ -272,6 +312,8 @@ private:
     xcb_window_t window_ = 0;
     xcb_atom_t clipboard_ = 0;
     std::vector<Form> forms_;
+    std::vector<Form> taken_;
+    std::optional<xcb_selection_request_event_t> saving_;
     std::optional<Transfer> transfer_;
     std::optional<int> stallAfter_;
     bool isMute_ = false;
