@@ -15,8 +15,9 @@ namespace {
 
 constexpr int kPanelSignal = SIGUSR1;
 
-/// A signal handler is given no context.
-std::atomic<int> requestEnd{-1};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+/// A signal handler is given no context. The ends of a pipe that gets a byte for each request.
+std::atomic<int> requestEnd{-1};     // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+std::atomic<int> requestSource{-1};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 void noteRequest(int /*signal*/) {
     const int error = errno;
@@ -25,30 +26,30 @@ void noteRequest(int /*signal*/) {
     errno = error;
 }
 
-/// The read end of a pipe that gets a byte for each request; -1 when there can be none.
-int openRequestPipe() {
-    std::array<int, 2> ends{-1, -1};
-    if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return -1;
-    requestEnd = ends[1];
-    struct sigaction action {};
-    action.sa_handler = noteRequest;
-    action.sa_flags = SA_RESTART;
-    ::sigaction(kPanelSignal, &action, nullptr);
-    return ends[0];
-}
-
 }  // namespace
 
 PanelSession::PanelSession(qt::QtRunLoop& runLoop, x11::X11Shell& shell, Application& application)
     : content_(shell.panels(), application.settings(), application.onboarding(),
                application.engine().isPaused(),
                [&panel = application.settingsPanel()] { panel.hide(); }) {
-    const int requests = openRequestPipe();
+    keepPanelRequests();
+    const int requests = requestSource;
     if (requests < 0) return;
     requests_ = runLoop.watchReadable(requests, [requests, &panel = application.settingsPanel()] {
         std::array<char, 16> bytes{};
         if (::read(requests, bytes.data(), bytes.size()) > 0) panel.show();
     });
+}
+
+void keepPanelRequests() {
+    std::array<int, 2> ends{-1, -1};
+    if (requestSource >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+    requestSource = ends[0];
+    requestEnd = ends[1];
+    struct sigaction action {};
+    action.sa_handler = noteRequest;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(kPanelSignal, &action, nullptr);
 }
 
 PanelSession::~PanelSession() { std::signal(kPanelSignal, SIG_IGN); }

@@ -25,6 +25,10 @@ private:
     std::unique_ptr<qt::ReadableWatch> requests_;
 };
 
+/// From now on a request waits for the panel of this process. Called before anybody can find this
+/// process, since a request would end it otherwise.
+void keepPanelRequests();
+
 /// Has the resident of this session open its panel; false when that process is gone.
 bool requestPanel(int process);
 

@@ -114,6 +114,7 @@ int runResident(int& argc, char** argv, const SessionOptions& options) {
             "others; log in to an X11 (Xorg) session to use Orvel");
     }
     if (environment.display.empty()) return fail("no X display: DISPLAY is not set");
+    keepPanelRequests();
     int holder = 0;
     const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, holder);
     if (!lock && holder != 0) {
