@@ -1,12 +1,13 @@
 # Everything outside the project, from Debian's packages (packaging/debian12/install_deps.sh).
 find_package(Threads REQUIRED)
 if(APPLE)
-    # Xcode's tools and two header-only libraries (Homebrew: rapidjson, cli11).
+    # Xcode's tools, two header-only libraries and Qt (Homebrew: rapidjson, cli11, qt).
     find_path(RAPIDJSON_INCLUDE_DIR rapidjson/reader.h REQUIRED)
     add_library(orvel_json_library INTERFACE)
     target_include_directories(orvel_json_library SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIR})
     add_library(orvel::json_library ALIAS orvel_json_library)
     find_package(CLI11 2.1 REQUIRED CONFIG)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Qml Quick Svg)
     return()
 endif()
 find_package(PkgConfig REQUIRED)

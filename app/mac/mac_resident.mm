@@ -6,9 +6,11 @@
 #include "platform/macos/mac_desktop.hpp"
 #include "platform/macos/mac_end_signals.hpp"
 #include "platform/macos/mac_observation.hpp"
+#include "platform/macos/mac_qt_shell.hpp"
 #include "platform/macos/mac_running_note.hpp"
 #include "platform/macos/mac_settings_requests.hpp"
 #include "platform/run_loop.hpp"
+#include "settings_ui/view/settings_content.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -19,21 +21,18 @@ namespace orvel::session {
 
 namespace {
 
-/// Panels are empty frames until their views are put into them.
-class EmptyContents final : public macos::PanelContents {
-public:
-    CFTypeRef viewOf(PanelId, double) override { return nullptr; }
-};
-
 /// Everything that lives as long as the program runs in this session.
 class Resident {
 public:
-    explicit Resident(const SessionOptions& options)
-        : desktop_(macos::makeDesktop(contents_, {.keepsTrace = options.isTracing,
-                                                  .isPowerDryRun = options.isDryRunPower})),
+    Resident(macos::MacQtShell& shell, const SessionOptions& options)
+        : desktop_(macos::makeDesktop(
+              shell.panelContents(),
+              {.keepsTrace = options.isTracing, .isPowerDryRun = options.isDryRunPower})),
           recording_(startRecording(options)),
           ports_(recording_ ? desktop_->portsWith(recording_->ports()) : desktop_->ports()),
           application_(ports_),
+          settings_(shell.contentHost(), application_.settings(), application_.engine().isPaused(),
+                    [this] { application_.settingsPanel().hide(); }),
           ending_(macos::NoticeCenter::application,
                   (__bridge CFStringRef)NSApplicationWillTerminateNotification,
                   [this](CFTypeRef) { end(); }) {
@@ -69,11 +68,11 @@ private:
                       application_.engine().isPaused().get());
     }
 
-    EmptyContents contents_;
     std::unique_ptr<macos::MacDesktop> desktop_;
     std::unique_ptr<MacRecording> recording_;
     Desktop ports_;
     Application application_;
+    settings_view::SettingsContent settings_;
     std::optional<macos::RunningNote> note_;
     Subscription isOnChange_;
     Subscription isPausedChange_;
@@ -86,12 +85,12 @@ private:
 
 int runResident(const SessionOptions& options) {
     @autoreleasepool {
-        NSApplication* host = NSApplication.sharedApplication;
-        [host setActivationPolicy:NSApplicationActivationPolicyAccessory];
-        const Resident resident(options);
-        [host run];
+        macos::MacQtShell shell;
+        [NSApplication.sharedApplication
+            setActivationPolicy:NSApplicationActivationPolicyAccessory];
+        const Resident resident(shell, options);
+        return shell.run();
     }
-    return 0;
 }
 
 }  // namespace orvel::session

@@ -96,6 +96,7 @@ test_packages=(
     libgmock-dev
     libgnustep-base-dev
     libgtest-dev
+    libplist-utils
     librsvg2-bin
     man-db
     qml6-module-qttest

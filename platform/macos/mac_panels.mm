@@ -50,13 +50,21 @@ OrvelPanel* windowFrom(const PanelSpec& spec) {
 
 class MacPanel final : public Panel {
 public:
-    MacPanel(const PanelSpec& spec, CFTypeRef view) : padding_(spec.contentPadding) {
+    MacPanel(const PanelSpec& spec, PanelContents& contents) : contents_(contents), spec_(spec) {
         @autoreleasepool {
             window_ = CfRef<CFTypeRef>(CFBridgingRetain(windowFrom(spec)));
-            if (view != nullptr) window().contentView = (__bridge NSView*)view;
+            const CFTypeRef view = contents.viewOf(spec.id, spec.contentPadding);
+            if (view == nullptr) return;
+            window().contentView = (__bridge NSView*)view;
+            // From then on keys go there whenever the panel becomes key.
+            const CFTypeRef keyView = contents.keyViewOf(spec.id);
+            if (keyView != nullptr) [window() makeFirstResponder:(__bridge NSView*)keyView];
         }
     }
-    ~MacPanel() override { [window() close]; }
+    ~MacPanel() override {
+        contents_.setShown(spec_.id, false);
+        [window() close];
+    }
     MacPanel(const MacPanel&) = delete;
     MacPanel& operator=(const MacPanel&) = delete;
 
@@ -64,24 +72,34 @@ public:
     void setFrameOrigin(ScreenPoint origin) override {
         [window() setFrameOrigin:NSMakePoint(origin.x, origin.y)];
     }
-    void makeKeyAndOrderFront() override { [window() makeKeyAndOrderFront:nil]; }
-    void orderFrontRegardless() override { [window() orderFrontRegardless]; }
-    void orderOut() override { [window() orderOut:nil]; }
+    void makeKeyAndOrderFront() override {
+        contents_.setShown(spec_.id, true);
+        [window() makeKeyAndOrderFront:nil];
+    }
+    void orderFrontRegardless() override {
+        contents_.setShown(spec_.id, true);
+        [window() orderFrontRegardless];
+    }
+    void orderOut() override {
+        [window() orderOut:nil];
+        contents_.setShown(spec_.id, false);
+    }
     [[nodiscard]] bool isVisible() const override { return window().isVisible; }
     [[nodiscard]] ScreenRect frame() const override {
         const NSRect frame = window().frame;
         return {frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
     }
     [[nodiscard]] Size fittingSize() const override {
-        const NSSize content = [window().contentView fittingSize];
-        return {content.width + 2 * padding_, content.height + 2 * padding_};
+        if (const auto asked = contents_.fittingSizeOf(spec_.id)) return *asked;
+        return spec_.contentRect.size();
     }
 
 private:
     [[nodiscard]] NSWindow* window() const { return (__bridge NSWindow*)window_.get(); }
 
+    PanelContents& contents_;
+    PanelSpec spec_;
     CfRef<CFTypeRef> window_;
-    double padding_;
 };
 
 class MacPanels final : public Panels {
@@ -89,7 +107,7 @@ public:
     explicit MacPanels(PanelContents& contents) : contents_(contents) {}
 
     [[nodiscard]] std::unique_ptr<Panel> create(const PanelSpec& spec) override {
-        return std::make_unique<MacPanel>(spec, contents_.viewOf(spec.id, spec.contentPadding));
+        return std::make_unique<MacPanel>(spec, contents_);
     }
 
 private:

@@ -19,8 +19,10 @@ PanelView::~PanelView() {
 
 void PanelView::load(QQmlEngine& engine, const PanelContent& content) {
     QQmlComponent component(&engine, content.source);
-    QObject* made = component.createWithInitialProperties(content.properties);
-    root_.reset(qobject_cast<QQuickItem*>(made));
+    if (component.isReady()) {
+        QObject* made = component.createWithInitialProperties(content.properties);
+        root_.reset(qobject_cast<QQuickItem*>(made));
+    }
     if (!root_) {
         qWarning("%s", qPrintable(component.errorString()));
         return;

@@ -13,6 +13,10 @@ mkdir -p "$out"
 tests/macos/fetch.sh "$downloads"
 python3 tests/macos/tools/build_graph.py "$out" "$downloads"
 
+echo "configuration of the preset for macOS, and what is packed:"
+python3 tests/macos/tools/configure.py "$out/configure"
+python3 tests/macos/tools/check_packaging.py
+echo "  as they should be"
 readonly checks=(declarations types_on_arm64 types_on_x86_64 analyzer link run_over_fakes)
 ninja -C "$out" -k 0 --quiet "${checks[@]/#/check_}" || {
     echo "check-macos: FAILED; each failure above begins with the name of its check" >&2

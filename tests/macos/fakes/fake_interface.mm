@@ -26,15 +26,39 @@ constexpr CGFloat kButtonHeight = 25;
 @end
 
 @implementation NSView
-@synthesize bounds = _bounds;
+@synthesize frame = _frame;
+@synthesize autoresizingMask = _autoresizingMask;
+- (instancetype)initWithFrame:(NSRect)frame {
+    self = [super init];
+    _frame = frame;
+    return self;
+}
+- (void)addSubview:(NSView*)view {
+    if (_subviews == nil) _subviews = [NSMutableArray new];
+    [_subviews addObject:view];
+    view->_superview = self;
+}
+- (void)setFrame:(NSRect)frame {
+    const CGFloat wider = frame.size.width - _frame.size.width;
+    const CGFloat higher = frame.size.height - _frame.size.height;
+    _frame = frame;
+    for (NSView* view in [NSArray arrayWithArray:_subviews]) {
+        NSRect inside = view.frame;
+        if ((view.autoresizingMask & NSViewWidthSizable) != 0) inside.size.width += wider;
+        if ((view.autoresizingMask & NSViewHeightSizable) != 0) inside.size.height += higher;
+        view.frame = inside;
+    }
+}
+- (NSRect)bounds {
+    return NSMakeRect(0, 0, self.frame.size.width, self.frame.size.height);
+}
+- (void)setBounds:(NSRect)bounds {
+}
 - (NSWindow*)window {
     return nil;
 }
 - (BOOL)isFlipped {
     return NO;
-}
-- (NSSize)fittingSize {
-    return NSMakeSize(100, 50);
 }
 - (NSRect)convertRect:(NSRect)rect toView:(NSView*)view {
     return rect;
@@ -106,7 +130,6 @@ constexpr CGFloat kButtonHeight = 25;
 
 @implementation NSWindow
 @synthesize identifier = _identifier;
-@synthesize contentView = _contentView;
 @synthesize level = _level;
 @synthesize collectionBehavior = _collectionBehavior;
 @synthesize opaque = _opaque;
@@ -125,6 +148,17 @@ constexpr CGFloat kButtonHeight = 25;
     [windows addObject:self];
     return self;
 }
+- (NSView*)contentView {
+    return _contentView;
+}
+- (void)setContentView:(NSView*)view {
+    _contentView = [view retain];
+    view.frame = NSMakeRect(0, 0, _frame.size.width, _frame.size.height);
+}
+- (BOOL)makeFirstResponder:(NSResponder*)responder {
+    _firstResponder = responder;
+    return YES;
+}
 - (NSRect)frame {
     return _frame;
 }
@@ -136,6 +170,7 @@ constexpr CGFloat kButtonHeight = 25;
 }
 - (void)setFrame:(NSRect)frame display:(BOOL)displays {
     _frame = frame;
+    [_contentView setFrame:NSMakeRect(0, 0, frame.size.width, frame.size.height)];
 }
 - (void)setFrameOrigin:(NSPoint)origin {
     _frame.origin = origin;
@@ -174,7 +209,19 @@ constexpr CGFloat kButtonHeight = 25;
 @implementation NSStatusBarWindow
 @end
 
+NSAppearanceName const NSAppearanceNameAqua = @"NSAppearanceNameAqua";
+NSAppearanceName const NSAppearanceNameDarkAqua = @"NSAppearanceNameDarkAqua";
+@implementation NSAppearance
+- (NSAppearanceName)bestMatchFromAppearancesWithNames:(NSArray*)names {
+    NSString* own = world().isDark ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua;
+    return [names containsObject:own] ? own : nil;
+}
+@end
+
 @implementation NSApplication
+- (NSAppearance*)effectiveAppearance {
+    return [[NSAppearance new] autorelease];
+}
 @synthesize delegate = _delegate;
 - (NSArray*)windows {
     return [[windows copy] autorelease];
@@ -273,5 +320,9 @@ void resetInterface() {
 }
 
 void reopen() { [[NSApp delegate] applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]; }
+
+const void* firstResponder(const void* window) {
+    return (const void*)((NSWindow*)window)->_firstResponder;
+}
 
 }  // namespace fake

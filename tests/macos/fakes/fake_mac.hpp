@@ -209,6 +209,8 @@ struct World {
     std::map<std::string, int> automation;  ///< by bundle identifier: what the system answers
     int hapticTaps = 0;
 
+    bool isDark = false, reducesMotion = false, reducesTransparency = false;
+
     int statusItems = 0;
     bool statusItemLooksPaused = false;
     std::string statusItemImage;
@@ -231,6 +233,8 @@ void clickStatusItem(int type, std::uint64_t flags);
 bool sendToMonitors(bool isLocal, int type, int keyCode, const void* window = nullptr);
 /// A window of this program, a panel or another; owned by the fakes.
 const void* makeWindow(const std::string& className, bool isPanel);
+/// What gets the keys in a window of this program.
+const void* firstResponder(const void* window);
 /// Windows of this program that were closed.
 std::vector<const void*> closedWindows();
 

@@ -77,6 +77,8 @@ extern "C" {
 
 NSNotificationName const NSWorkspaceDidActivateApplicationNotification =
     @"NSWorkspaceDidActivateApplicationNotification";
+NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
+    @"NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
 NSNotificationName const NSWorkspaceDidWakeNotification = @"NSWorkspaceDidWakeNotification";
 NSNotificationName const NSWorkspaceScreensDidWakeNotification =
     @"NSWorkspaceScreensDidWakeNotification";

@@ -148,6 +148,12 @@ void answer(void (^handler)(NSRunningApplication*, NSError*)) {
     return found == world().installed.end() ? nil
                                             : [NSURL fileURLWithPath:fake::text(found->second)];
 }
+- (BOOL)accessibilityDisplayShouldReduceMotion {
+    return world().reducesMotion;
+}
+- (BOOL)accessibilityDisplayShouldReduceTransparency {
+    return world().reducesTransparency;
+}
 - (NSImage*)iconForFile:(NSString*)path {
     world().imageFiles.try_emplace("icon of " + fake::bytes(path), 256, 256);
     return [[[NSImage alloc] initWithContentsOfFile:[@"icon of " stringByAppendingString:path]]

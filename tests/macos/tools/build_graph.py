@@ -5,6 +5,8 @@ import argparse
 import pathlib
 import re
 
+import qt_views
+
 ROOT = pathlib.Path(__file__).resolve().parents[3]
 TESTS = ROOT / "tests/macos"
 DEPLOYMENT_TARGET = "13.4"
@@ -96,6 +98,11 @@ def fake_compiler(graph):
         "-idirafter", "/usr/lib/gcc/x86_64-linux-gnu/12/include"])
 
 
+def list_objects(graph, kind, names):
+    """For the checks that put another object in the place of one of them."""
+    write_if_changed(graph.out / f"objects.{kind}", "\n".join(names) + "\n")
+
+
 def object_name(source):
     return str(source.relative_to(ROOT)).replace("/", ".") + ".o"
 
@@ -106,7 +113,8 @@ def program_sources():
     elsewhere = re.compile(r"/view/|^app/(main|session_main|cli/session_program)\.cpp$|^app/session/")
     found = sorted(path for folder in folders for path in (ROOT / folder).rglob("*")
                    if path.suffix in (".cpp", ".mm"))
-    return [path for path in found if not elsewhere.search(str(path.relative_to(ROOT)))]
+    return [path for path in found if not elsewhere.search(str(path.relative_to(ROOT)))
+            and not qt_views.is_qt(path.relative_to(ROOT))]
 
 
 def add_rules(graph):
@@ -137,18 +145,27 @@ def add_rules(graph):
                "common headers (fakes)", deps="gcc", depfile="$out.d")
     graph.rule("fake", f"{fakes} $options -MD -MF $out.d -c $in -o $out", "for the fakes: $in",
                deps="gcc", depfile="$out.d")
-    graph.rule("fake_link",
-               "clang++-19 -fsanitize=address,undefined @$out.objects -o $out -fuse-ld=lld-19 "
-               "-L/usr/lib/gcc/x86_64-linux-gnu/12 -lBlocksRuntime -lgnustep-base -lobjc "
-               "-lgmock_main -lgmock -lgtest -lpthread", "link over fakes",
+    link_flags(graph)
+    graph.rule("fake_link", "clang++-19 @$out.objects @flags.fake_link -o $out", "link over fakes",
                rspfile="$out.objects", rspfile_content="$in")
     graph.rule("fake_run", f"{TESTS}/tools/run_over_fakes.sh $in $out", "run over fakes")
+    qt_views.add_rules(graph, {arch: apple_compiler(graph, arch) for arch in ("arm64", "x86_64")}, fakes)
     graph.rule("declarations", "python3 $tool $in $data && touch $out", "$what")
     graph.rule("stubs", "python3 $in $arguments && touch $out", "stubs for the linker")
-    graph.rule("link", "ld64.lld-19 $kind -arch arm64 -platform_version macos "
-               f"{DEPLOYMENT_TARGET} 15.0 -syslibroot stubs -o $out @$out.objects "
-               + " ".join(f"-framework {f}" for f in FRAMEWORKS) + " -lobjc -lc++ -lSystem",
-               "link: $out", rspfile="$out.objects", rspfile_content="$in")
+    graph.rule("link", "ld64.lld-19 $kind @flags.link -o $out @$out.objects", "link: $out",
+               rspfile="$out.objects", rspfile_content="$in")
+
+
+def link_flags(graph):
+    write_if_changed(graph.out / "flags.link", "\n".join([
+        "-arch arm64", f"-platform_version macos {DEPLOYMENT_TARGET} 15.0", "-syslibroot stubs",
+        *(f"-framework {f}" for f in FRAMEWORKS), *(f"-l{q}" for q in qt_views.LIBRARIES),
+        "-lobjc -lc++ -lSystem"]) + "\n")
+    # The runtime's blocks go before those of GNUstep.
+    write_if_changed(graph.out / "flags.fake_link", "\n".join([
+        "-fsanitize=address,undefined", "-fuse-ld=lld-19", "-L/usr/lib/gcc/x86_64-linux-gnu/12",
+        "-lBlocksRuntime -lgnustep-base -lobjc", *(f"-l{q}" for q in qt_views.LIBRARIES),
+        "-lgmock -lgtest -lpthread"]) + "\n")
 
 
 def add_declarations(graph):
@@ -189,7 +206,9 @@ def add_apple_builds(graph, sources):
         graph.check("analyzer", f"analyzer/{name}")
     stubs = TESTS / "tools/link_stubs.py"
     graph.build("stubs.ok", "stubs", [stubs],
-                arguments=f"{graph.downloads}/npm/types {graph.downloads}/debian stubs")
+                arguments=f"{graph.downloads}/npm/types {graph.downloads}/debian stubs "
+                          + " ".join(qt_views.LIBRARIES))
+    list_objects(graph, "types_on_arm64", objects)
     graph.build("link/libmacos.dylib", "link", objects, ["stubs.ok"], kind="-dylib")
     graph.check("link", "link/libmacos.dylib")
     return objects
@@ -209,6 +228,7 @@ def add_program(graph, back_end_objects):
             graph.build(output, "room", [source], ["rooms.pch"])
         graph.check("types_on_arm64", output)
         objects.append(output)
+    objects += qt_views.add_apple_builds(graph, ROOT)
     graph.build("link/orvelkit", "link", objects, ["stubs.ok"], kind="-execute")
     graph.check("link", "link/orvelkit")
 
@@ -225,6 +245,7 @@ def add_fakes(graph, sources):
            ROOT / "app/cli/preference_text.cpp"]
     own = [*app, *(TESTS / "fakes").glob("*.mm"), *(TESTS / "fakes").glob("*.cpp"),
            *(TESTS / "run").glob("*.mm"), ROOT / "tests/platform/mac_contract_test.mm"]
+    own = [path for path in own if not qt_views.is_qt(path.relative_to(ROOT))]
     for source in [*sources, *sorted(own)]:
         name = f"run_over_fakes/{object_name(source)}"
         if source.suffix == ".mm":
@@ -232,6 +253,8 @@ def add_fakes(graph, sources):
         else:
             graph.build(name, "fake", [source], options="-x c++")
         objects.append(name)
+    objects += qt_views.add_fakes(graph, ROOT)
+    list_objects(graph, "run_over_fakes", objects)
     graph.build("run_over_fakes/program", "fake_link", objects)
     graph.build("run_over_fakes/report.xml", "fake_run", ["run_over_fakes/program"])
     graph.check("run_over_fakes", "run_over_fakes/report.xml")
@@ -244,8 +267,9 @@ def main():
     options = parser.parse_args()
 
     graph = Graph(options.out.resolve(), options.downloads.resolve())
-    back_end = sorted([*(ROOT / "platform/macos").glob("*.mm"),
-                       *(ROOT / "platform/macos").glob("*.cpp")])
+    back_end = sorted(path for path in (ROOT / "platform/macos").iterdir()
+                      if path.suffix in (".mm", ".cpp")
+                      and not qt_views.is_qt(path.relative_to(ROOT)))
     shared = sorted([*(ROOT / "platform").glob("*.cpp"), *(ROOT / "platform/base").glob("*.cpp")])
     add_rules(graph)
     add_declarations(graph)

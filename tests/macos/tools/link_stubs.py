@@ -77,6 +77,7 @@ def main():
     parser.add_argument("types", type=pathlib.Path, help="folder of the package's types")
     parser.add_argument("debian", type=pathlib.Path, help="folder of unpacked Debian packages")
     parser.add_argument("out", type=pathlib.Path, help="root of the stubs")
+    parser.add_argument("qt", nargs="*", help="libraries of Qt, as they are installed here")
     options = parser.parse_args()
 
     for framework, version in _FRAMEWORKS.items():
@@ -93,6 +94,10 @@ def main():
                 | _exported(options.types, "Runtime")[0] | _compiler_names("libSystem"))
     _write_stub(options.out / "usr/lib/libobjc.tbd", "/usr/lib/libobjc.A.dylib",
                 _compiler_names("libobjc"), {"NSObject"})
+
+    for name in options.qt:
+        _write_stub(options.out / f"usr/lib/lib{name}.tbd", f"/usr/lib/lib{name}.dylib",
+                    _defined(f"/usr/lib/x86_64-linux-gnu/lib{name}.so", True))
 
 
 if __name__ == "__main__":

@@ -24,6 +24,7 @@ class Defect:
     wrong: str
     check: str
     test: str = ""  # the test over the fakes that must fail
+    says: str = ""  # what another check must say, so that it fails for this reason
 
 
 DEFECTS = (
@@ -48,17 +49,17 @@ DEFECTS = (
            "const AXUIElementRef lost = AXUIElementCreateSystemWide();\n"
            "        AXUIElementSetMessagingTimeout(lost, 1);\n"
            "        const CfRef<AXUIElementRef> system(AXUIElementCreateSystemWide());",
-           "analyzer"),
+           "analyzer", says="leak"),
     Defect("result of a Copy function retained in a holder", "mac_input_sources.mm",
            "source(TISCopyCurrentKeyboardInputSource());",
            "source(CfRef<TISInputSourceRef>::retaining(TISCopyCurrentKeyboardInputSource()));",
            "run over fakes", "MacInputSourcesTest.DescribesTheCurrentSource"),
     Defect("wrong selector in a source", "mac_login_items.mm",
-           "mainAppService registerAndReturnError:&error", "mainAppService registerWithError:&error", "type check"),
+           "mainAppService registerAndReturnError:&error", "mainAppService registerWithError:&error", "type check", says="registerWithError:"),
     Defect("wrong selector in a declaration", "common/AppKit/AppKit.h",
-           "- (BOOL)activateWithOptions:", "- (BOOL)activateWithOption:", "declarations"),
+           "- (BOOL)activateWithOptions:", "- (BOOL)activateWithOption:", "declarations", says="activateWithOption:"),
     Defect("wrong text of a constant", "common/ApplicationServices/ApplicationServices.h",
-           'CFSTR("AXPosition")', 'CFSTR("AXOrigin")', "declarations"),
+           'CFSTR("AXPosition")', 'CFSTR("AXOrigin")', "declarations", says="AXOrigin"),
     Defect("mark of own events dropped", "mac_event_poster.mm",
            "    mark(event.get(), key.userData);\n    return event;", "    return event;",
            "run over fakes", "MacEventPosterTest.PostsKeysInOrderWhereHardwareEventsEnter"),
@@ -71,9 +72,9 @@ DEFECTS = (
            "dispatch_async(backgroundQueue(), onMain(std::move(task)));",
            "run over fakes", "MacRunLoopTest.PostedTasksRunOnTheMainThread"),
     Defect("call that needs a newer system than promised", "mac_window_images.mm",
-           "if (@available(macOS 14.0, *)) return", "if (number != 0) return", "type check"),
+           "if (@available(macOS 14.0, *)) return", "if (number != 0) return", "type check", says="only available on macOS 14.0"),
     Defect("function that the system does not have", "mac_caps_lock.mm",
-           "IOServiceClose(connection);", "IOServiceCloseAll(connection);", "link"),
+           "IOServiceClose(connection);", "IOServiceCloseAll(connection);", "link", says="IOServiceCloseAll"),
 )
 
 
@@ -126,8 +127,9 @@ class Checker:
              ROOT / "tests/macos/declaration_allow_list.txt"]) if ok else (ok, ast)
 
     def objects(self, kind, defect, replacement):
-        mine = f"platform.macos.{defect.source}.o"
-        return [replacement if o.name == mine else o for o in sorted((self.out / kind).glob("*.o"))]
+        mine = f"{kind}/platform.macos.{defect.source}.o"
+        listed = (self.out / f"objects.{kind}").read_text(encoding="utf-8").split()
+        return [replacement if name == mine else name for name in listed]
 
     def link(self, defect, copy):
         text = copy.read_text(encoding="utf-8")
@@ -138,25 +140,16 @@ class Checker:
         ok, said = self.command(["clang++-19", "@flags.arm64", "-c", copy, "-o", f"{copy}.o"])
         if not ok:
             return True, f"does not compile: {said}"
-        frameworks = [w for f in ("AppKit", "Foundation", "CoreFoundation", "CoreGraphics",
-                                  "ApplicationServices", "Carbon", "IOKit", "ServiceManagement",
-                                  "ScreenCaptureKit") for w in ("-framework", f)]
-        return self.command(
-            ["ld64.lld-19", "-dylib", "-arch", "arm64", "-platform_version", "macos", "13.4", "15.0",
-             "-syslibroot", "stubs", "-o", f"{copy}.dylib",
-             *self.objects("types_on_arm64", defect, f"{copy}.o"), *frameworks, "-lobjc", "-lc++",
-             "-lSystem"])
+        return self.command(["ld64.lld-19", "-dylib", "@flags.link", "-o", f"{copy}.dylib",
+                             *self.objects("types_on_arm64", defect, f"{copy}.o")])
 
     def fakes(self, defect, copy):
         ok, said = self.command(["clang++-19", "@flags.fakes", "-include-pch", "fakes.pch", "-c",
                                  copy, "-o", f"{copy}.o"])
         if not ok:
             return True, f"does not compile: {said}"
-        ok, said = self.command(
-            ["clang++-19", "-fsanitize=address,undefined",
-             *self.objects("run_over_fakes", defect, f"{copy}.o"), "-o", f"{copy}.program",
-             "-fuse-ld=lld-19", "-L/usr/lib/gcc/x86_64-linux-gnu/12", "-lBlocksRuntime",
-             "-lgnustep-base", "-lobjc", "-lgmock_main", "-lgmock", "-lgtest", "-lpthread"])
+        ok, said = self.command(["clang++-19", *self.objects("run_over_fakes", defect, f"{copy}.o"),
+                                 "@flags.fake_link", "-o", f"{copy}.program"])
         if not ok:
             return True, f"does not link: {said}"
         return self.command([f"{copy}.program", f"--gtest_filter={defect.test}",
@@ -170,7 +163,10 @@ def judge(checker, defect):
     if right.count(defect.right) != 1:
         return f"'{defect.right}' stands {right.count(defect.right)} times in {defect.source}"
     passed, said = checker.passes(defect, right.replace(defect.right, defect.wrong))
-    return f"not noticed: {said[-500:]}" if passed else ""
+    if passed:
+        return f"not noticed: {said[-500:]}"
+    reason = f"[  FAILED  ] {defect.test}" if defect.test else defect.says
+    return "" if reason in said else f"fails, but not for saying '{reason}': {said[-500:]}"
 
 
 def main():

@@ -88,6 +88,8 @@ MAC_ENUM(NSInteger, NSApplicationActivationPolicy){
 @property(class, readonly) NSWorkspace* sharedWorkspace;
 @property(readonly) NSNotificationCenter* notificationCenter;
 @property(readonly) NSRunningApplication* frontmostApplication;
+@property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property(readonly) BOOL accessibilityDisplayShouldReduceTransparency;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
 - (BOOL)openURL:(NSURL*)url;
 - (void)openURLs:(NSArray<NSURL*>*)urls
@@ -108,6 +110,7 @@ MAC_ENUM(NSInteger, NSApplicationActivationPolicy){
 extern "C" {
 extern NSString* const NSWorkspaceApplicationKey;
 extern NSNotificationName const NSWorkspaceDidActivateApplicationNotification;
+extern NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification;
 extern NSNotificationName const NSWorkspaceDidWakeNotification;
 extern NSNotificationName const NSWorkspaceScreensDidWakeNotification;
 extern NSNotificationName const NSWorkspaceSessionDidBecomeActiveNotification;
@@ -117,6 +120,12 @@ extern NSNotificationName const NSApplicationWillTerminateNotification;
 extern NSNotificationName const NSWindowDidResignKeyNotification;
 }
 
+typedef NSString* NSAppearanceName;
+extern "C" NSAppearanceName const NSAppearanceNameAqua;
+extern "C" NSAppearanceName const NSAppearanceNameDarkAqua;
+@interface NSAppearance : NSObject
+- (NSAppearanceName)bestMatchFromAppearancesWithNames:(NSArray<NSAppearanceName>*)names;
+@end
 @class NSApplication;
 @protocol NSApplicationDelegate <NSObject>
 @optional
@@ -125,6 +134,7 @@ extern NSNotificationName const NSWindowDidResignKeyNotification;
 @end
 @interface NSApplication : NSResponder MAC_FAKED(id _delegate;)
 @property(MAC_WEAK) id<NSApplicationDelegate> delegate;
+@property(readonly, strong) NSAppearance* effectiveAppearance;
 @property(class, readonly) __kindof NSApplication* sharedApplication;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)run;
@@ -136,11 +146,19 @@ extern NSNotificationName const NSWindowDidResignKeyNotification;
 extern "C" __kindof NSApplication* NSApp;
 
 // Views and windows
-@interface NSView : NSResponder MAC_FAKED(NSRect _bounds;)
+MAC_OPTIONS(NSUInteger, NSAutoresizingMaskOptions){
+    NSViewWidthSizable = 2,
+    NSViewHeightSizable = 16,
+};
+@interface NSView : NSResponder MAC_FAKED(NSRect _frame; NSUInteger _autoresizingMask;
+                                          id _subviews; id _superview;)
+- (instancetype)initWithFrame:(NSRect)frame;
+- (void)addSubview:(NSView*)view;
+@property NSRect frame;
+@property NSAutoresizingMaskOptions autoresizingMask;
 @property(readonly) NSWindow* window;
 @property NSRect bounds;
 @property(readonly, getter=isFlipped) BOOL flipped;
-@property(readonly) NSSize fittingSize;
 - (NSRect)convertRect:(NSRect)rect toView:(NSView*)view;
 @end
 typedef NSString* NSUserInterfaceItemIdentifier;
@@ -163,7 +181,7 @@ MAC_ENUM(NSUInteger, NSBackingStoreType){NSBackingStoreBuffered = 2};
                                            BOOL _hasShadow; BOOL _acceptsMouseMovedEvents;
                                            BOOL _releasedWhenClosed; BOOL _hidesOnDeactivate;
                                            NSInteger _level; NSUInteger _collectionBehavior;
-                                           NSUInteger _madeWithStyle;)
+                                           NSUInteger _madeWithStyle; @public id _firstResponder;)
 @property(copy) NSUserInterfaceItemIdentifier identifier;
 @property(strong) __kindof NSView* contentView;
 - (instancetype)initWithContentRect:(NSRect)rect
@@ -181,6 +199,7 @@ MAC_ENUM(NSUInteger, NSBackingStoreType){NSBackingStoreBuffered = 2};
 @property BOOL acceptsMouseMovedEvents;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property BOOL hidesOnDeactivate;
+- (BOOL)makeFirstResponder:(NSResponder*)responder;
 - (void)setFrame:(NSRect)frame display:(BOOL)displays;
 - (void)setFrameOrigin:(NSPoint)origin;
 - (void)makeKeyAndOrderFront:(id)sender;

@@ -1,0 +1,17 @@
+# A compiler for macOS on a machine that is none: enough to configure with, not to build.
+set(CMAKE_SYSTEM_NAME Darwin)
+set(CMAKE_SYSTEM_VERSION 22.5.0)
+set(CMAKE_SYSTEM_PROCESSOR arm64)
+set(CMAKE_OSX_SYSROOT / CACHE PATH "")
+find_program(ORVEL_CLANG clang++-19 REQUIRED)
+foreach(language IN ITEMS C CXX OBJCXX)
+    set(CMAKE_${language}_COMPILER ${ORVEL_CLANG})
+    set(CMAKE_${language}_COMPILER_TARGET arm64-apple-macos13.4)
+    set(CMAKE_${language}_COMPILER_WORKS TRUE)
+endforeach()
+set(CMAKE_SIZEOF_VOID_P 8)
+set(CMAKE_AR llvm-ar-19 CACHE FILEPATH "")
+set(CMAKE_RANLIB llvm-ranlib-19 CACHE FILEPATH "")
+set(CMAKE_INSTALL_NAME_TOOL /bin/true CACHE FILEPATH "")
+# What the system has, where nothing can be compiled to see it.
+set(CMAKE_HAVE_LIBC_PTHREAD TRUE CACHE BOOL "")
