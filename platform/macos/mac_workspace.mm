@@ -57,7 +57,10 @@ public:
         : frontmost_(describeFrontmost(NSWorkspace.sharedWorkspace.frontmostApplication)),
           activations_(NoticeCenter::workspace,
                        (__bridge CFStringRef)NSWorkspaceDidActivateApplicationNotification,
-                       [this](CFTypeRef notification) { didActivate(notification); }) {}
+                       [this](CFTypeRef notification) { didActivate(notification); }),
+          ends_(NoticeCenter::workspace,
+                (__bridge CFStringRef)NSWorkspaceDidTerminateApplicationNotification,
+                [this](CFTypeRef notification) { didEnd(notification); }) {}
 
     [[nodiscard]] std::optional<FrontmostApplication> frontmostApplication() const override {
         return frontmost_;
@@ -123,9 +126,20 @@ private:
         frontmost_ = describeFrontmost([told.userInfo objectForKey:NSWorkspaceApplicationKey]);
     }
 
+    /// The next one need not have come to the front by now, nor ever.
+    void didEnd(CFTypeRef notification) {
+        NSNotification* told = (__bridge NSNotification*)notification;
+        NSRunningApplication* ended = [told.userInfo objectForKey:NSWorkspaceApplicationKey];
+        if (!frontmost_ || frontmost_->pid != ended.processIdentifier) return;
+        NSRunningApplication* next = NSWorkspace.sharedWorkspace.frontmostApplication;
+        const bool isSame = next.processIdentifier == ended.processIdentifier;
+        frontmost_ = isSame ? std::nullopt : describeFrontmost(next);
+    }
+
     /// Kept up to date by the system's notices: asked on every key.
     std::optional<FrontmostApplication> frontmost_;
     Observation activations_;
+    Observation ends_;
 };
 
 }  // namespace

@@ -13,7 +13,7 @@ RANK = {"platform": 0, "preferences": 1, "engine": 2, "overlay": 3, "clipboard":
 PREFERENCE_HEADERS = ("app/preference_keys.hpp", "app/preferences.hpp")
 # The programs choose a back end and parse options; everything else in app/ is a room.
 PROGRAM_PARTS = re.compile(r"^app/(main\.cpp|mac_main\.mm|session_main\.cpp|cli/|session/|mac/|replay/|record/)")
-QT_PLACES = re.compile(r"^(?:[a-z_]+/view/|platform/(?:qt|x11|macos)/|tests/(?:view|session|qt|x11|support)/|tools/|bench/)")
+QT_PLACES = re.compile(r"^(?:[a-z_]+/view/|platform/(?:qt|x11|macos)/|tests/(?:view|session|qt|x11|macos|support)/|tools/|bench/)")
 OS_NAMES = re.compile(r"#\s*(?:el)?if.*\b(__APPLE__|__MACH__|__linux__|_WIN32|__unix__|TARGET_OS_\w+|Q_OS_\w+)")
 
 STANDARD_HEADERS = frozenset("""

@@ -165,6 +165,7 @@ AXError AXUIElementGetPid(AXUIElementRef element, pid_t* pid) {
 }
 
 AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef name, CFTypeRef* value) {
+    ++world().slowCalls;
     if (!world().session.isTrusted) return kAXErrorAPIDisabled;
     if (isHung(elementFrom(element))) return kAXErrorCannotComplete;
     id found = attribute(elementFrom(element), fake::object(name));
@@ -198,6 +199,7 @@ AXError AXUIElementCopyParameterizedAttributeValue(AXUIElementRef element, CFStr
 }
 
 AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef name, CFTypeRef value) {
+    ++world().slowCalls;
     if (isHung(elementFrom(element))) return kAXErrorCannotComplete;
     Application* application = applicationOf(elementFrom(element));
     if (application != nullptr && CFEqual(name, CFSTR("AXEnhancedUserInterface"))) {

@@ -321,6 +321,8 @@ void resetInterface() {
 
 void reopen() { [[NSApp delegate] applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]; }
 
+unsigned long styleOf(const void* window) { return ((NSWindow*)window)->_madeWithStyle; }
+
 const void* firstResponder(const void* window) {
     return (const void*)((NSWindow*)window)->_firstResponder;
 }

@@ -166,6 +166,12 @@ struct PoppedMenu {
     const void* view = nullptr;
 };
 
+/// Something that an application was told to open; without files it was only started.
+struct Opening {
+    std::string application;
+    std::vector<std::string> files;
+};
+
 struct World {
     Session session;
     std::uint64_t hidFlags = 0;
@@ -173,6 +179,9 @@ struct World {
     double pointerX = 0, pointerY = 0;
     std::vector<PostedEvent> posted;
     bool eventsCanBeCreated = true;
+
+    /// Calls that wait for another program or the window server.
+    int slowCalls = 0;
 
     std::map<int, Application> applications;  ///< by process, in the system's order
     int frontmost = 0;
@@ -193,6 +202,9 @@ struct World {
 
     std::map<std::string, std::string> installed;  ///< bundle identifier to path
     std::vector<std::string> launched;             ///< one line for each thing that was opened
+    std::vector<Opening> openings;
+    std::set<std::string> refusedApplications;  ///< by path: cannot be opened
+    std::set<std::string> existingFiles;        ///< beside those of this machine
     std::string openError;
     std::function<ScriptOutcome(const std::string&)> script;
 
@@ -233,6 +245,8 @@ void clickStatusItem(int type, std::uint64_t flags);
 bool sendToMonitors(bool isLocal, int type, int keyCode, const void* window = nullptr);
 /// A window of this program, a panel or another; owned by the fakes.
 const void* makeWindow(const std::string& className, bool isPanel);
+/// How a window of this program was made.
+unsigned long styleOf(const void* window);
 /// What gets the keys in a window of this program.
 const void* firstResponder(const void* window);
 /// Windows of this program that were closed.

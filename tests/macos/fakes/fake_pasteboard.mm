@@ -38,6 +38,7 @@ NSPasteboardType const NSPasteboardTypeFileURL = @"public.file-url";
     return world().pasteboardCount;
 }
 - (NSArray*)types {
+    ++world().slowCalls;
     NSMutableArray* types = [NSMutableArray array];
     for (const auto& [type, contents] : world().pasteboard) [types addObject:fake::text(type)];
     return types;

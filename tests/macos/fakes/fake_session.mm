@@ -77,6 +77,8 @@ extern "C" {
 
 NSNotificationName const NSWorkspaceDidActivateApplicationNotification =
     @"NSWorkspaceDidActivateApplicationNotification";
+NSNotificationName const NSWorkspaceDidTerminateApplicationNotification =
+    @"NSWorkspaceDidTerminateApplicationNotification";
 NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
     @"NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
 NSNotificationName const NSWorkspaceDidWakeNotification = @"NSWorkspaceDidWakeNotification";
@@ -105,6 +107,7 @@ Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef options) {
 
 Boolean IsSecureEventInputEnabled(void) { return world().session.isSecureInput; }
 CFDictionaryRef CGSessionCopyCurrentDictionary(void) {
+    ++world().slowCalls;
     const fake::Session& session = world().session;
     NSMutableDictionary* told = [NSMutableDictionary dictionary];
     [told setObject:[NSNumber numberWithBool:session.isOnConsole]

@@ -43,8 +43,10 @@ NSError* openError() {
 }
 
 /// The system answers from a thread of its own.
-void answer(void (^handler)(NSRunningApplication*, NSError*)) {
+void answer(NSURL* application, void (^handler)(NSRunningApplication*, NSError*)) {
     if (handler == nil) return;
+    if (world().refusedApplications.contains(fake::bytes(application.path)))
+        world().openError = "no such application";
     auto kept = (void (^)(NSRunningApplication*, NSError*))[(id)handler copy];
     fake::runOnOtherThread([kept] { kept(nil, openError()); });
 }
@@ -117,9 +119,11 @@ void answer(void (^handler)(NSRunningApplication*, NSError*)) {
     return fake::centerOf(fake::Center::workspace);
 }
 - (NSRunningApplication*)frontmostApplication {
+    ++world().slowCalls;
     return make(world().frontmost);
 }
 - (NSArray*)runningApplications {
+    ++world().slowCalls;
     NSMutableArray* running = [NSMutableArray array];
     for (const auto& [pid, application] : world().applications) [running addObject:make(pid)];
     return running;
@@ -132,16 +136,20 @@ void answer(void (^handler)(NSRunningApplication*, NSError*)) {
     withApplicationAtURL:(NSURL*)application
            configuration:(NSWorkspaceOpenConfiguration*)configuration
        completionHandler:(void (^)(NSRunningApplication*, NSError*))handler {
+    std::vector<std::string> files;
+    for (NSURL* url in urls) files.push_back(fake::bytes(url.path));
+    world().openings.push_back({fake::bytes(application.path), files});
     world().launched.push_back("files" + join(urls) + " with " + fake::bytes(application.path) +
                                (configuration.activates ? " activates" : ""));
-    answer(handler);
+    answer(application, handler);
 }
 - (void)openApplicationAtURL:(NSURL*)url
                configuration:(NSWorkspaceOpenConfiguration*)configuration
            completionHandler:(void (^)(NSRunningApplication*, NSError*))handler {
+    world().openings.push_back({fake::bytes(url.path), {}});
     world().launched.push_back("application " + fake::bytes(url.path) +
                                (configuration.activates ? " activates" : ""));
-    answer(handler);
+    answer(url, handler);
 }
 - (NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)identifier {
     const auto found = world().installed.find(fake::bytes(identifier));
@@ -254,6 +262,14 @@ extern "C" OSStatus AEDeterminePermissionToAutomateTarget(const AEAddressDesc* t
 - (instancetype)initWithSuiteName:(NSString*)name {
     [self release];
     return [[NSUserDefaults standardUserDefaults] retain];
+}
+@end
+
+/// Replaces the library's own.
+@implementation NSFileManager (OnThisMac)
+- (BOOL)fileExistsAtPath:(NSString*)path {
+    return access(path.fileSystemRepresentation, F_OK) == 0 ||
+           world().existingFiles.contains(fake::bytes(path));
 }
 @end
 

@@ -28,7 +28,7 @@ def warnings():
 
 class Graph:
     def __init__(self, out, downloads):
-        self.out, self.downloads = out, downloads
+        self.out, self.downloads, self.root = out, downloads, ROOT
         self.lines = ["ninja_required_version = 1.10"]
         self.targets = {}  # name of a check: what it makes
 
@@ -244,7 +244,7 @@ def add_fakes(graph, sources):
            *(ROOT / "app/record").glob("*.cpp"), ROOT / "app/cli/prefs_command.cpp",
            ROOT / "app/cli/preference_text.cpp"]
     own = [*app, *(TESTS / "fakes").glob("*.mm"), *(TESTS / "fakes").glob("*.cpp"),
-           *(TESTS / "run").glob("*.mm"), ROOT / "tests/platform/mac_contract_test.mm"]
+           *(TESTS / "run").glob("*.mm"), *(ROOT / "tests/platform").glob("mac_*.mm")]
     own = [path for path in own if not qt_views.is_qt(path.relative_to(ROOT))]
     for source in [*sources, *sorted(own)]:
         name = f"run_over_fakes/{object_name(source)}"

@@ -96,8 +96,10 @@ def main():
                 _compiler_names("libobjc"), {"NSObject"})
 
     for name in options.qt:
-        _write_stub(options.out / f"usr/lib/lib{name}.tbd", f"/usr/lib/lib{name}.dylib",
-                    _defined(f"/usr/lib/x86_64-linux-gnu/lib{name}.so", True))
+        # The C++ library of this machine marks functions that return its strings.
+        symbols = {symbol.replace("B5cxx11", "")
+                   for symbol in _defined(f"/usr/lib/x86_64-linux-gnu/lib{name}.so", True)}
+        _write_stub(options.out / f"usr/lib/lib{name}.tbd", f"/usr/lib/lib{name}.dylib", symbols)
 
 
 if __name__ == "__main__":

@@ -9,7 +9,7 @@ _MODULES = ("QtCore", "QtGui", "QtNetwork", "QtOpenGL", "QtQml", "QtQmlIntegrati
             "QtQuick", "QtSvg")
 _MOC = "/usr/lib/qt6/libexec/moc"
 # platform/qt has more, for X11.
-_SOURCES = re.compile(r"^[a-z_]+/view/.*\.cpp$|^platform/qt/(?:panel_view|spring|symbol_icons)\.cpp$"
+_SOURCES = re.compile(r"^(?!tests/)[a-z_]+/view/.*\.cpp$|^platform/qt/(?:panel_view|spring|symbol_icons)\.cpp$"
                       r"|^platform/qt/controls/.*\.cpp$|^platform/macos/mac_(?:qt|quick)_.*\.mm$"
                       r"|^app/mac/mac_resident\.mm$")
 _TESTS = re.compile(r"^tests/macos/(?:run/quick_.*|fakes/fake_qt_.*)\.mm$")
@@ -45,7 +45,7 @@ def add_rules(graph, compilers, fakes):
     graph.rule("qt_analyze", f"{compilers['arm64']} {_flags()} -include-pch qt_arm64.pch --analyze "
                "-Xclang -analyzer-output=text -Xclang -analyzer-werror $in && touch $out",
                "analyzer: $in")
-    graph.rule("moc", f"{_MOC} $in -o $out", "moc: $in")
+    graph.rule("moc", f"{_MOC} -I{graph.root} {_flags().replace('-isystem ', '-I')} $in -o $out", "moc: $in")
     graph.rule("qt_fake", f"{fakes} {_flags()} -MD -MF $out.d -c $in -o $out", "for the fakes: $in",
                **common)
 
@@ -76,7 +76,7 @@ def add_apple_builds(graph, root):
             output = _object("analyzer", path)
             graph.build(output, "qt_analyze", [root / path], ["qt_arm64.pch", objects[-1]])
             graph.check("analyzer", output)
-    for path in _find(root, re.compile(r"^(?:[a-z_]+/view|platform/qt/controls)/.*\.hpp$")):
+    for path in _find(root, re.compile(r"^(?!tests/)(?:[a-z_]+/view|platform/qt/controls)/.*\.hpp$")):
         if "Q_OBJECT" not in (root / path).read_text(encoding="utf-8"):
             continue
         source = f"moc/{str(path).replace('/', '.')}.cpp"

@@ -110,6 +110,7 @@ MAC_ENUM(NSInteger, NSApplicationActivationPolicy){
 extern "C" {
 extern NSString* const NSWorkspaceApplicationKey;
 extern NSNotificationName const NSWorkspaceDidActivateApplicationNotification;
+extern NSNotificationName const NSWorkspaceDidTerminateApplicationNotification;
 extern NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification;
 extern NSNotificationName const NSWorkspaceDidWakeNotification;
 extern NSNotificationName const NSWorkspaceScreensDidWakeNotification;
@@ -181,7 +182,7 @@ MAC_ENUM(NSUInteger, NSBackingStoreType){NSBackingStoreBuffered = 2};
                                            BOOL _hasShadow; BOOL _acceptsMouseMovedEvents;
                                            BOOL _releasedWhenClosed; BOOL _hidesOnDeactivate;
                                            NSInteger _level; NSUInteger _collectionBehavior;
-                                           NSUInteger _madeWithStyle; @public id _firstResponder;)
+                                           @public NSUInteger _madeWithStyle; id _firstResponder;)
 @property(copy) NSUserInterfaceItemIdentifier identifier;
 @property(strong) __kindof NSView* contentView;
 - (instancetype)initWithContentRect:(NSRect)rect
