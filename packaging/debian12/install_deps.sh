@@ -107,8 +107,12 @@ test_packages=(
     at-spi2-core
     dbus
     dbus-x11
+    fcitx5
+    fcitx5-chewing
     featherpad
     gir1.2-gtk-3.0
+    ibus
+    ibus-chewing
     imagemagick
     libatspi2.0-dev
     libglib2.0-bin

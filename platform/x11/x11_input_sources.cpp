@@ -1,5 +1,6 @@
 #include "platform/x11/x11_input_sources.hpp"
 
+#include "platform/x11/layout_symbols.hpp"
 #include "platform/x11/window_properties.hpp"
 
 // The header of the protocol uses a word of C++ as a name.
@@ -10,7 +11,7 @@
 
 #include <algorithm>
 #include <memory>
-#include <set>
+#include <utility>
 
 namespace orvel::x11 {
 
@@ -33,20 +34,6 @@ Keymap readServerKeymap(xcb_connection_t* connection) {
                                                  XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
-/// Whether every letter from a to z can be typed without modifiers.
-bool typesAscii(xkb_keymap* keymap, xkb_layout_index_t group) {
-    std::set<xkb_keysym_t> letters;
-    const auto last = xkb_keymap_max_keycode(keymap);
-    for (auto key = xkb_keymap_min_keycode(keymap); key <= last; ++key) {
-        const xkb_keysym_t* symbols = nullptr;
-        if (group >= xkb_keymap_num_layouts_for_key(keymap, key)) continue;
-        const int count = xkb_keymap_key_get_syms_by_level(keymap, key, group, 0, &symbols);
-        if (count == 1 && symbols[0] >= XKB_KEY_a && symbols[0] <= XKB_KEY_z)
-            letters.insert(symbols[0]);
-    }
-    return letters.size() == XKB_KEY_z - XKB_KEY_a + 1;
-}
-
 std::vector<std::string> split(const std::string& text, char separator) {
     std::vector<std::string> parts;
     std::size_t begin = 0;
@@ -56,6 +43,10 @@ std::vector<std::string> split(const std::string& text, char separator) {
         begin = end + 1;
     }
     return parts;
+}
+
+InputSource sourceOf(const InputMethodEngine& engine) {
+    return {engine.id, true, engine.isAsciiCapable};
 }
 
 }  // namespace
@@ -71,7 +62,8 @@ std::vector<std::string> layoutIdsFrom(const std::string& layouts, const std::st
     return ids;
 }
 
-X11InputSources::X11InputSources(ServiceConnection& server) : server_(server) {
+X11InputSources::X11InputSources(ServiceConnection& server, InputMethods& methods)
+    : server_(server), methods_(methods) {
     std::uint8_t firstEvent = 0;
     hasKeyboardExtension_ =
         xkb_x11_setup_xkb_extension(
@@ -130,13 +122,26 @@ void X11InputSources::readGroup() {
 }
 
 std::optional<InputSource> X11InputSources::current() const {
+    if (const auto offer = methods_.offer()) {
+        const InputMethodEngine* engine = offer->find(offer->current);
+        // An engine that is none of the chosen ones was selected: something else is current.
+        return engine == nullptr ? InputSource{offer->current, true, std::nullopt}
+                                 : sourceOf(*engine);
+    }
     if (group_ >= groups_.size()) return std::nullopt;
     return groups_[group_];
 }
 
-std::vector<InputSource> X11InputSources::selectable() const { return groups_; }
+std::vector<InputSource> X11InputSources::selectable() const {
+    const auto offer = methods_.offer();
+    if (offer == nullptr) return groups_;
+    std::vector<InputSource> sources;
+    for (const auto& engine : offer->engines) sources.push_back(sourceOf(engine));
+    return sources;
+}
 
 void X11InputSources::select(std::string_view id) {
+    if (methods_.select(id)) return;
     const auto wanted = std::find_if(groups_.begin(), groups_.end(),
                                      [id](const InputSource& group) { return group.id == id; });
     if (wanted == groups_.end()) return;
@@ -152,8 +157,10 @@ ServiceCheck X11InputSources::check() const {
                 "use an X server with the XKEYBOARD extension"};
     if (groups_.size() == 1)
         return {"input sources", true, false,
-                "one layout, " + groups_.front().id + ": a Shift tap has nothing to switch to",
-                "add a layout, such as setxkbmap us,cn"};
+                "one layout, " + groups_.front().id +
+                    ": without an input method a Shift tap has "
+                    "nothing to switch to",
+                "add a layout, such as setxkbmap us,ru"};
     std::string names;
     for (const auto& group : groups_) names += (names.empty() ? "" : ", ") + group.id;
     return {"input sources", true, false, names, {}};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/input_sources.hpp"
+#include "platform/x11/input_methods.hpp"
 #include "platform/x11/service_check.hpp"
 #include "platform/x11/service_connection.hpp"
 
@@ -10,11 +11,12 @@
 
 namespace orvel::x11 {
 
-/// The layouts of the keyboard, which are groups of its keymap. A read answers from what the
-/// server told last and a selection waits for nobody, since both happen while a key is decided.
+/// What an input method daemon switches between where one runs and offers a choice; else the
+/// layouts of the keyboard, which are groups of its keymap. A read answers from what was told last
+/// and a selection waits for nobody, since both happen while a key is decided.
 class X11InputSources final : public InputSources {
 public:
-    explicit X11InputSources(ServiceConnection& server);
+    X11InputSources(ServiceConnection& server, InputMethods& methods);
 
     [[nodiscard]] std::optional<InputSource> current() const override;
     [[nodiscard]] std::vector<InputSource> selectable() const override;
@@ -29,6 +31,7 @@ private:
     [[nodiscard]] std::vector<std::string> layoutIds(std::size_t count);
 
     ServiceConnection& server_;
+    InputMethods& methods_;
     bool hasKeyboardExtension_ = false;
     std::vector<InputSource> groups_;
     std::size_t group_ = 0;

@@ -33,6 +33,7 @@ X11Services::X11Services(qt::QtRunLoop& runLoop, std::unique_ptr<ServiceConnecti
       tableErrors_(options.table.errors),
       dialect_(options.table, tableErrors_),
       server_(std::move(server)),
+      inputMethods_(options.say),
       clients_(*server_, entries_, ApplicationTable(options.table, tableErrors_)),
       desktopWindows_(runLoop, manager_, clients_),
       applicationLauncher_(options.display),
@@ -61,6 +62,11 @@ X11Services::X11Services(qt::QtRunLoop& runLoop, std::unique_ptr<ServiceConnecti
 
 X11Services::~X11Services() { entries_.onChange(nullptr); }
 
+void X11Services::catchUp() {
+    server_->dispatch();
+    inputMethods_.noticeActivity();
+}
+
 void X11Services::applicationsChanged() { clients_.refresh(); }
 
 Result<> X11Services::showForceQuitDialog() {
@@ -77,6 +83,7 @@ std::vector<ServiceCheck> X11Services::checks() {
             screens_.check(),
             workspace_.check(),
             inputSources_.check(),
+            inputMethods_.check(),
             X11WindowImages::check(*server_),
             pasteboard_.check(*server_),
             PowerService::check(),

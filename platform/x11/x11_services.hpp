@@ -5,6 +5,7 @@
 #include "platform/x11/client_windows.hpp"
 #include "platform/x11/desktop_entries.hpp"
 #include "platform/x11/gio_thread.hpp"
+#include "platform/x11/input_methods.hpp"
 #include "platform/x11/service_check.hpp"
 #include "platform/x11/service_connection.hpp"
 #include "platform/x11/shortcut_dialect.hpp"
@@ -74,7 +75,7 @@ public:
 
     /// Handles what the desktop told meanwhile, so that the next event meets what is true now.
     /// Costs one look at a socket when nothing came.
-    void catchUp() { server_->dispatch(); }
+    void catchUp();
     /// `lost` is called once when the X server is gone.
     void onLost(std::function<void()> lost);
     /// Lines of the user's table that do not hold, as `FILE:LINE: what is wrong`.
@@ -98,7 +99,8 @@ private:
     GioThread gio_;
     DesktopEntries entries_{&gio_};
     X11Screens screens_{*server_};
-    X11InputSources inputSources_{*server_};
+    InputMethods inputMethods_;
+    X11InputSources inputSources_{*server_, inputMethods_};
     WindowManager manager_{*server_};
     ClientWindows clients_;
     X11AccessibilityWindows accessibilityWindows_{manager_, clients_, screens_};

@@ -3,6 +3,7 @@
 #include "tests/platform/contract/event_monitors_contract.hpp"
 #include "tests/platform/contract/event_tap_contract.hpp"
 #include "tests/platform/contract/file_system_contract.hpp"
+#include "tests/platform/contract/input_sources_contract.hpp"
 #include "tests/platform/contract/input_state_contract.hpp"
 #include "tests/platform/contract/login_items_contract.hpp"
 #include "tests/platform/contract/native_menu_contract.hpp"
@@ -132,6 +133,15 @@ public:
             scope, {.type = monitor_mask::keyDown, .keyCode = key, .window = window});
     }
 
+    InputSources& sources() {
+        desk_.world.inputSources = {{{"english", true, true}, true},
+                                    {{"chinese", true, false}, true}};
+        desk_.world.currentInputSource = "english";
+        return desk_.inputSources;
+    }
+    void selectFromOutside(const std::string& id) { desk_.world.currentInputSource = id; }
+    bool settlesOn(const std::string& id) { return desk_.inputSources.current()->id == id; }
+
     Notifications& notifications() { return desk_.notifications; }
     void resignKey(PanelId panel) {
         desk_.notifications.post(NotificationName::windowDidResignKey, panel);
@@ -179,6 +189,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WindowImagesContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PanelsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, ScreensContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EventMonitorsContract, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, InputSourcesContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, NotificationsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, LoginItemsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, NativeMenuContract, MemoryHarness);

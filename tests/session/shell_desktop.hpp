@@ -13,6 +13,8 @@ public:
     ShellDesktop() {
         for (const auto& [name, value] : desktop_.environment())
             ::setenv(name.c_str(), value.c_str(), 1);
+        // The library chooses once for the whole process where settings lie: in this home.
+        ::setenv("GSETTINGS_BACKEND", "keyfile", 1);
         current = &desktop_;
     }
     ~ShellDesktop() { current = nullptr; }
