@@ -1,5 +1,7 @@
 #include "platform/x11/x11_shell.hpp"
 
+#include <QSystemTrayIcon>
+
 #include <utility>
 
 namespace orvel::x11 {
@@ -15,5 +17,7 @@ X11Shell::X11Shell(qt::QtRunLoop& runLoop,
 }
 
 X11Shell::~X11Shell() = default;
+
+bool X11Shell::hasTray() const { return QSystemTrayIcon::isSystemTrayAvailable(); }
 
 }  // namespace orvel::x11

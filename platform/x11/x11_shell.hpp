@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/qt/controls/appearance.hpp"
+#include "platform/x11/desktop_appearance.hpp"
 #include "platform/x11/x11_app_control.hpp"
 #include "platform/x11/x11_event_monitors.hpp"
 #include "platform/x11/x11_haptics.hpp"
@@ -33,11 +34,14 @@ public:
     NativeMenus& nativeMenus() { return nativeMenus_; }
     Notifications& notifications() { return notifications_; }
     StatusBar& statusBar() { return statusBar_; }
+    /// Whether this desktop shows the icons of programs.
+    [[nodiscard]] bool hasTray() const;
     qt::QuickPanelHost& panels() { return panels_; }
     qt::Appearance& appearance() { return appearance_; }
 
 private:
     qt::Appearance appearance_{nullptr};
+    DesktopAppearance desktopAppearance_{appearance_};
     QQmlEngine engine_;
     X11Panels native_{appearance_};
     qt::QuickPanelHost panels_{engine_, native_};

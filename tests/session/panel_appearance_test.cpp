@@ -1,0 +1,111 @@
+#include "tests/session/panel_session.hpp"
+#include "tests/support/poll_until.hpp"
+#include "tools/rig/picture.hpp"
+#include "tools/rig/rig_error.hpp"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace orvel::test {
+namespace {
+
+using rig::OrvelProgram;
+
+/// The desktop portal that tells how things shall look, played by dbusmock.
+class LooksPortal {
+public:
+    LooksPortal(const rig::Environment& environment, unsigned colorScheme)
+        : environment_(environment),
+          mock_({.arguments = {"/usr/bin/python3", "-u", "-m", "dbusmock", "--session", kName,
+                               kPath, kInterface},
+                 .environment = environment}) {
+        // Portals wrap what they answer twice.
+        const std::string answer =
+            "ret = dbus.UInt32(" + std::to_string(colorScheme) +
+            ", variant_level=2) if args[1] == 'color-scheme' else dbus.Boolean(True, "
+            "variant_level=2)";
+        const auto isThere = [&] {
+            try {
+                call("AddMethod", {kInterface, "Read", "ss", "v", answer});
+                return true;
+            } catch (const rig::RigError&) {
+                return false;
+            }
+        };
+        if (!rig::pollUntil(isThere)) throw rig::RigError("no mock: " + mock_.err().text());
+    }
+
+    void change(const std::string& group, const std::string& key, const std::string& value) {
+        call("EmitSignal", {kInterface, "SettingChanged", "ssv",
+                            "[<'" + group + "'>, <'" + key + "'>, <" + value + ">]"});
+    }
+
+private:
+    void call(const std::string& method, const std::vector<std::string>& arguments) {
+        std::vector<std::string> command{
+            "gdbus",  "call",     "--session",
+            "--dest", kName,      "--object-path",
+            kPath,    "--method", "org.freedesktop.DBus.Mock." + method};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        rig::runTool(command, environment_);
+    }
+
+    static constexpr const char* kName = "org.freedesktop.portal.Desktop";
+    static constexpr const char* kPath = "/org/freedesktop/portal/desktop";
+    static constexpr const char* kInterface = "org.freedesktop.portal.Settings";
+    rig::Environment environment_;
+    rig::ChildProcess mock_;
+};
+
+class PanelAppearanceTest : public PanelSessionTest {
+protected:
+    /// How light the panel's surface is beside its cards, from 0 to 255.
+    static int lightness() {
+        const auto window = panel();
+        if (!window) return -1;
+        const rig::Colour colour = rig::pictureOf(desktop().x(), *window, 6, 300, 1, 1).at(0, 0);
+        return (colour.red + colour.green + colour.blue) / 3;
+    }
+    static testing::AssertionResult becomesDark() {
+        return eventually([] { return lightness(); },
+                          testing::AllOf(testing::Ge(10), testing::Lt(70)));
+    }
+    static testing::AssertionResult becomesLight() {
+        return eventually([] { return lightness(); }, testing::Gt(200));
+    }
+};
+
+TEST_F(PanelAppearanceTest, WithoutAPortalThePanelIsLight) {
+    OrvelProgram orvel = start();
+    EXPECT_TRUE(run({"panel"}).success());
+    EXPECT_TRUE(becomesLight());
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelAppearanceTest, TheOpenPanelFollowsThePortalAtOnce) {
+    LooksPortal portal(environment(), 1);
+    OrvelProgram orvel = start();
+    EXPECT_TRUE(run({"panel"}).success());
+    EXPECT_TRUE(becomesDark());
+    portal.change("org.freedesktop.appearance", "color-scheme", "uint32 2");
+    EXPECT_TRUE(becomesLight());
+    portal.change("org.freedesktop.appearance", "color-scheme", "uint32 1");
+    EXPECT_TRUE(becomesDark());
+    EXPECT_TRUE(isPanelOpen());
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelAppearanceTest, WithoutAPortalTheThemeOfGtkCounts) {
+    const auto folder = desktop().home().config() / "gtk-3.0";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "settings.ini") << "[Settings]\ngtk-theme-name=Adwaita-dark\n";
+    OrvelProgram orvel = start();
+    EXPECT_TRUE(run({"panel"}).success());
+    EXPECT_TRUE(becomesDark());
+    std::filesystem::remove_all(folder);
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+}  // namespace
+}  // namespace orvel::test
