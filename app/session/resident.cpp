@@ -52,7 +52,9 @@ public:
         const TerminationSignals endRequests(runLoop_, [this] { runLoop_.quit(); });
         if (desktop_.recorder() != nullptr) desktop_.recorder()->begin();
         followSettings();
+        const bool isFirst = isFirstStart();
         application_.delegate().applicationDidFinishLaunching();
+        if (isFirst) sayWhereThePanelIs();
         const int status = runLoop_.run();
         if (status != kServerGone) application_.delegate().applicationWillTerminate();
         desktop_.tap().stop();
@@ -60,6 +62,19 @@ public:
     }
 
 private:
+    /// Every start stores this setting.
+    [[nodiscard]] bool isFirstStart() {
+        auto& store = desktop_.preferenceStore();
+        const auto stored = store.handle(preferenceInfo(PreferenceKey::initialToolTipDelay).name);
+        return store.value(stored) == nullptr;
+    }
+    void sayWhereThePanelIs() {
+        std::puts(desktop_.shell().hasTray()
+                      ? "Orvel's icon is in the tray: click it, or run 'orvel panel', to choose "
+                        "what Orvel does."
+                      : "This desktop shows no tray: run 'orvel panel' to choose what Orvel does.");
+        std::fflush(stdout);
+    }
     void followSettings() {
         desktop_.tap().setWheelGrab(
             application_.preferences().boolForKey(PreferenceKey::cardScroll));

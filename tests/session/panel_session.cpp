@@ -17,13 +17,15 @@ rig::Environment PanelSessionTest::environment() {
     return rig::merged(desktop().environment(), {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}});
 }
 
+std::string PanelSessionTest::frontDoor() { return ORVEL_PROGRAM; }
+
 rig::OrvelProgram PanelSessionTest::start(const rig::Settings& settings) {
     rig::writeSettings(environment(), settings);
-    return {ORVEL_PROGRAM, environment()};
+    return {frontDoor(), environment()};
 }
 
 rig::ExitStatus PanelSessionTest::run(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), ORVEL_PROGRAM);
+    arguments.insert(arguments.begin(), frontDoor());
     rig::ChildProcess program({.arguments = std::move(arguments), .environment = environment()});
     return program.waitForExit().value_or(rig::ExitStatus{});
 }

@@ -18,6 +18,7 @@ protected:
 
     /// That of the desktop, with applications that tell assistive programs what they show.
     static rig::Environment environment();
+    static std::string frontDoor();
     static rig::OrvelProgram start(const rig::Settings& settings = {});
     /// Runs the front door with these arguments to its end.
     static rig::ExitStatus run(std::vector<std::string> arguments);

@@ -133,6 +133,17 @@ TEST_F(PanelTrayTest, ARightClickOpensTheMenuWhoseLastChoiceEndsTheProgram) {
         eventually(chooseLast, testing::Optional(rig::ExitStatus{.code = 0, .signal = {}})));
 }
 
+TEST_F(PanelTrayTest, OnlyTheFirstStartSaysWhereTheIconIs) {
+    for (const bool isFirst : {true, false}) {
+        rig::OrvelProgram orvel(frontDoor(), environment());
+        // Said right after the line that ends the start.
+        EXPECT_TRUE(orvel.process().out().waitForText("Finder").has_value());
+        EXPECT_EQ(orvel.process().out().text().find("icon is in the tray") != std::string::npos,
+                  isFirst);
+        EXPECT_TRUE(orvel.stop().success());
+    }
+}
+
 /// A desktop that shows no icons.
 class PanelWithoutTrayTest : public PanelSessionTest {};
 
