@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -31,13 +30,6 @@ constexpr std::array kTextTargets{
     "UTF8_STRING", "text/plain;charset=utf-8", "text/plain;charset=UTF-8", "STRING", "TEXT",
     "text/plain"};
 
-std::vector<xcb_atom_t> atomsIn(const PropertyValue& value) {
-    if (value.format != 32) return {};
-    std::vector<xcb_atom_t> atoms(value.bytes.size() / sizeof(xcb_atom_t));
-    std::memcpy(atoms.data(), value.bytes.data(), atoms.size() * sizeof(xcb_atom_t));
-    return atoms;
-}
-
 std::string_view textIn(const PropertyValue& value) {
     return {reinterpret_cast<const char*>(value.bytes.data()), value.bytes.size()};
 }
@@ -48,7 +40,7 @@ PasteboardContents PasteboardCapture::capture(xcb_timestamp_t time) {
     question_ = {server_.atom("CLIPBOARD"), time, deadlineIn(kCaptureLimit)};
     Targets offered;
     if (const auto targets = reader_.read(question_, server_.atom("TARGETS"))) {
-        offered = atomsIn(*targets);
+        offered = cardinalsIn(*targets);
     } else if (reader_.hasGivenUp()) {
         return {};
     } else {

@@ -28,13 +28,18 @@ std::optional<PropertyValue> takeProperty(ServiceConnection& server, PendingProp
     return PropertyValue{answer->type, answer->format, {begin, begin + size}};
 }
 
+std::vector<std::uint32_t> cardinalsIn(const PropertyValue& value) {
+    if (value.format != 32) return {};
+    std::vector<std::uint32_t> numbers(value.bytes.size() / sizeof(std::uint32_t));
+    if (!numbers.empty())
+        std::memcpy(numbers.data(), value.bytes.data(), numbers.size() * sizeof(std::uint32_t));
+    return numbers;
+}
+
 std::vector<std::uint32_t> takeCardinals(ServiceConnection& server, PendingProperty pending,
                                          Deadline deadline) {
     const auto value = takeProperty(server, pending, deadline);
-    if (!value || value->format != 32) return {};
-    std::vector<std::uint32_t> numbers(value->bytes.size() / sizeof(std::uint32_t));
-    std::memcpy(numbers.data(), value->bytes.data(), numbers.size() * sizeof(std::uint32_t));
-    return numbers;
+    return value ? cardinalsIn(*value) : std::vector<std::uint32_t>{};
 }
 
 std::optional<std::string> takeText(ServiceConnection& server, PendingProperty pending,

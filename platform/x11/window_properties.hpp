@@ -27,6 +27,8 @@ PendingProperty askProperty(ServiceConnection& server, xcb_window_t window, xcb_
 /// Absent when the window has no such property, is gone, or the answer came too late.
 std::optional<PropertyValue> takeProperty(ServiceConnection& server, PendingProperty pending,
                                           Deadline deadline);
+/// Its numbers; empty when it is not of format 32.
+std::vector<std::uint32_t> cardinalsIn(const PropertyValue& value);
 /// Values of a property of format 32; empty when there is none.
 std::vector<std::uint32_t> takeCardinals(ServiceConnection& server, PendingProperty pending,
                                          Deadline deadline);
