@@ -10,6 +10,7 @@
 #include "tests/platform/contract/caps_lock_contract.hpp"
 #include "tests/platform/contract/event_poster_contract.hpp"
 #include "tests/platform/contract/haptics_contract.hpp"
+#include "tests/platform/contract/input_sources_contract.hpp"
 #include "tests/platform/contract/launcher_contract.hpp"
 #include "tests/platform/contract/log_contract.hpp"
 #include "tests/platform/contract/script_runner_contract.hpp"
@@ -89,6 +90,19 @@ public:
 
     CapsLock& capsLock() { return *capsLock_; }
     bool isLocked() const { return fake::world().capsLock.value_or(false); }
+
+    InputSources& sources() {
+        fake::world().inputSources = {{.id = "english", .isAscii = true},
+                                      {.id = "chinese", .isAscii = false}};
+        fake::world().currentInputSource = "english";
+        return *sources_;
+    }
+    void selectFromOutside(const std::string& id) { fake::world().currentInputSource = id; }
+    bool settlesOn(const std::string& id) {
+        fake::runDue();
+        const auto current = sources_->current();
+        return current && current->id == id;
+    }
 
     Haptics& haptics() { return *haptics_; }
     int patterns() const { return fake::world().hapticTaps; }
@@ -242,6 +256,7 @@ private:
     std::unique_ptr<AccessibilityPermission> permission_ = macos::makeAccessibilityPermission();
     std::unique_ptr<AppControl> control_ = macos::makeAppControl();
     std::unique_ptr<CapsLock> capsLock_ = macos::makeCapsLock();
+    std::unique_ptr<InputSources> sources_ = macos::makeInputSources();
     std::unique_ptr<Haptics> haptics_ = macos::makeHaptics();
     std::unique_ptr<Log> log_ = macos::makeLog(false);
     std::optional<OutputFile> output_;
@@ -263,6 +278,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Mac, AppControlContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, CapsLockContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventPosterContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, HapticsContract, MacHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, InputSourcesContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, LauncherContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, LogContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, ScriptRunnerContract, MacHarness);

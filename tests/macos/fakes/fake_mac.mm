@@ -7,6 +7,13 @@ extern const void* kCFBooleanTrueStore __asm__("kCFBooleanTrue");
 extern const void* kCFBooleanFalseStore __asm__("kCFBooleanFalse");
 }
 
+/// The library's own give the person's real folders, whatever the environment says.
+NSString* NSHomeDirectory(void) {
+    const char* home = getenv("HOME");
+    return [NSString stringWithUTF8String:home == nullptr ? "/nowhere" : home];
+}
+NSString* NSTemporaryDirectory(void) { return NSHomeDirectory(); }
+
 namespace fake {
 
 namespace {

@@ -35,11 +35,13 @@ class MacChecksTest : public MacTest {
 protected:
     MacChecksTest() { writeDock("<dict><key>persistent-apps</key><array/></dict>"); }
 
+    static std::filesystem::path dockFile() {
+        return std::string([NSHomeDirectory() UTF8String]) +
+               "/Library/Preferences/com.apple.dock.plist";
+    }
     static void writeDock(const std::string& root) {
-        const std::string folder =
-            std::string([NSHomeDirectory() UTF8String]) + "/Library/Preferences";
-        std::filesystem::create_directories(folder);
-        std::ofstream(folder + "/com.apple.dock.plist")
+        std::filesystem::create_directories(dockFile().parent_path());
+        std::ofstream(dockFile())
             << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//Apple//DTD "
                "PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n<plist "
                "version=\"1.0\">"
@@ -112,7 +114,7 @@ TEST_F(MacChecksTest, NoticesADockFileThatHoldsNoApplications) {
     EXPECT_FALSE(check("Dock").isOk);
     writeDock("<dict><key>persistent-apps</key>");
     EXPECT_FALSE(check("Dock").isOk);
-    std::filesystem::remove_all(std::string([NSHomeDirectory() UTF8String]) + "/Library");
+    std::filesystem::remove(dockFile());
     EXPECT_FALSE(check("Dock").isOk);
 }
 

@@ -18,6 +18,10 @@ COMMON_HEADERS = ("AppKit/AppKit.h", "chrono", "condition_variable", "filesystem
                   "vector")
 
 
+# What rooms include besides.
+ROOM_HEADERS = ("algorithm", "array", "charconv", "iostream", "sstream")
+
+
 def warnings():
     """The project's own, as its other compilers get them."""
     text = (ROOT / "cmake/OrvelWarnings.cmake").read_text(encoding="utf-8")
@@ -126,7 +130,9 @@ def add_rules(graph):
     for arch in ("arm64", "x86_64"):
         compiler = apple_compiler(graph, arch)
         depends = {"deps": "gcc", "depfile": "$out.d"}
-        graph.rule(f"compile_{arch}", f"{compiler} -MD -MF $out.d -c $in -o $out",
+        # The prefix of objects has the standard library alone: a framework that a source forgets to
+        # import shows.
+        graph.rule(f"compile_{arch}", f"{compiler} -include-pch standard.pch -MD -MF $out.d -c $in -o $out",
                    f"type check ({arch}): $in", **depends)
         graph.rule(f"prefix_{arch}",
                    f"{compiler} -MD -MF $out.d -x objective-c++-header $in -o $out",
@@ -184,15 +190,33 @@ def add_declarations(graph):
     graph.check("declarations", "declarations/mistakes.ok")
 
 
+def write_prefix(graph, name, headers):
+    prefix = graph.out / name
+    write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in headers))
+    return prefix
+
+
+def add_object(graph, source):
+    output = f"types_on_arm64/{object_name(source)}"
+    if source.suffix == ".mm":
+        graph.build(output, "compile_arm64", [source], ["standard.pch"])
+    else:
+        graph.build(output, "room", [source], ["rooms.pch"])
+    return output
+
+
 def add_apple_builds(graph, sources):
-    prefix = graph.out / "prefix.hpp"
-    write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in COMMON_HEADERS))
+    standard = [h for h in COMMON_HEADERS if "/" not in h]
+    graph.build("standard.pch", "prefix_arm64", [write_prefix(graph, "standard_prefix.hpp", standard)])
+    graph.build("rooms.pch", "room_prefix",
+                [write_prefix(graph, "room_prefix.hpp", [*standard, *ROOM_HEADERS])])
+    prefix = write_prefix(graph, "prefix.hpp", COMMON_HEADERS)
     for arch in ("arm64", "x86_64"):
         graph.build(f"{arch}.pch", f"prefix_{arch}", [prefix])
     objects = []
     for source in sources:
         name = object_name(source)
-        graph.build(f"types_on_arm64/{name}", "compile_arm64", [source])
+        add_object(graph, source)
         graph.check("types_on_arm64", f"types_on_arm64/{name}")
         objects.append(f"types_on_arm64/{name}")
         if source.suffix != ".mm":
@@ -216,16 +240,9 @@ def add_apple_builds(graph, sources):
 
 def add_program(graph, back_end_objects):
     """The rooms, which are the same on every system, and the entry of macOS: the whole program."""
-    prefix = graph.out / "room_prefix.hpp"
-    write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in COMMON_HEADERS if "/" not in h))
-    graph.build("rooms.pch", "room_prefix", [prefix])
     objects = list(back_end_objects)
     for source in program_sources():
-        output = f"types_on_arm64/{object_name(source)}"
-        if source.suffix == ".mm":
-            graph.build(output, "compile_arm64", [source])
-        else:
-            graph.build(output, "room", [source], ["rooms.pch"])
+        output = add_object(graph, source)
         graph.check("types_on_arm64", output)
         objects.append(output)
     objects += qt_views.add_apple_builds(graph, ROOT)
@@ -234,10 +251,8 @@ def add_program(graph, back_end_objects):
 
 
 def add_fakes(graph, sources):
-    prefix = graph.out / "fake_prefix.hpp"
-    headers = ("gmock/gmock.h", *COMMON_HEADERS)
-    write_if_changed(prefix, "".join(f"#include <{h}>\n" for h in headers))
-    graph.build("fakes.pch", "fake_prefix", [prefix])
+    graph.build("fakes.pch", "fake_prefix",
+                [write_prefix(graph, "fake_prefix.hpp", ("gmock/gmock.h", *COMMON_HEADERS))])
     objects = []
     # What of the command line meets the system.
     app = [ROOT / "app/mac/mac_recording.mm", ROOT / "app/preferences.cpp", ROOT / "platform/memory/event_names.cpp",

@@ -46,7 +46,8 @@ def add_rules(graph, compilers, fakes):
                "-Xclang -analyzer-output=text -Xclang -analyzer-werror $in && touch $out",
                "analyzer: $in")
     graph.rule("moc", f"{_MOC} -I{graph.root} {_flags().replace('-isystem ', '-I')} $in -o $out", "moc: $in")
-    graph.rule("qt_fake", f"{fakes} {_flags()} -MD -MF $out.d -c $in -o $out", "for the fakes: $in",
+    graph.rule("qt_fake", f"{fakes} {_flags()} -include-pch fakes.pch -MD -MF $out.d "
+               "-x objective-c++ -c $in -o $out", "for the fakes: $in",
                **common)
 
 
@@ -94,5 +95,5 @@ def add_fakes(graph, root):
     objects = []
     for path in [*paths, *_find(root, _TESTS), _MAIN]:
         objects.append(_object("run_over_fakes", path))
-        graph.build(objects[-1], "qt_fake", [root / path])
+        graph.build(objects[-1], "qt_fake", [root / path], ["fakes.pch"])
     return objects
