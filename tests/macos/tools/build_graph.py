@@ -127,6 +127,11 @@ def add_rules(graph):
                "common headers (rooms)", deps="gcc", depfile="$out.d")
     graph.rule("room", f"{rooms} -include-pch rooms.pch -MD -MF $out.d -c $in -o $out",
                "type check (arm64): $in", deps="gcc", depfile="$out.d")
+    # What the standard library does inside is not looked into: it takes nearly all the time and
+    # owns no Core Foundation objects.
+    write_if_changed(graph.out / "flags.analyzer", "--analyze -Xclang -analyzer-output=text "
+                     "-Xclang -analyzer-werror -Xclang -analyzer-config "
+                     "-Xclang c++-stdlib-inlining=false\n")
     for arch in ("arm64", "x86_64"):
         compiler = apple_compiler(graph, arch)
         depends = {"deps": "gcc", "depfile": "$out.d"}
@@ -141,8 +146,7 @@ def add_rules(graph):
                    f"{compiler} -include-pch $prefix -MD -MF $out.d -MT $out -fsyntax-only $in && touch $out",
                    f"type check ({arch}): $in", **depends)
         graph.rule(f"analyze_{arch}",
-                   f"{compiler} -include-pch $prefix --analyze -Xclang -analyzer-output=text "
-                   "-Xclang -analyzer-werror $in && touch $out", f"analyzer: $in")
+                   f"{compiler} -include-pch $prefix @flags.analyzer $in && touch $out", f"analyzer: $in")
         graph.rule(f"ast_{arch}",
                    f"{compiler} -MD -MF $out.d -MT $out -fsyntax-only -Xclang -ast-dump=json $in >$out",
                    "reading the declarations", **depends)

@@ -42,8 +42,8 @@ def add_rules(graph, compilers, fakes):
         # One prefix serves both languages.
         graph.rule(f"qt_{arch}", f"{compiler} {_flags()} -include-pch qt_{arch}.pch -MD -MF $out.d "
                    "$options -x objective-c++ -c $in -o $out", f"type check ({arch}): $in", **common)
-    graph.rule("qt_analyze", f"{compilers['arm64']} {_flags()} -include-pch qt_arm64.pch --analyze "
-               "-Xclang -analyzer-output=text -Xclang -analyzer-werror $in && touch $out",
+    graph.rule("qt_analyze", f"{compilers['arm64']} {_flags()} -include-pch qt_arm64.pch "
+               "@flags.analyzer $in && touch $out",
                "analyzer: $in")
     graph.rule("moc", f"{_MOC} -I{graph.root} {_flags().replace('-isystem ', '-I')} $in -o $out", "moc: $in")
     graph.rule("qt_fake", f"{fakes} {_flags()} -include-pch fakes.pch -MD -MF $out.d "

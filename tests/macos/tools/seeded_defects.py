@@ -114,8 +114,8 @@ class Checker:
         return self.command(["clang++-19", "@flags.arm64", "-fsyntax-only", copy])
 
     def analyzer(self, _, copy):
-        return self.command(["clang++-19", "@flags.arm64", "-include-pch", "arm64.pch", "--analyze",
-                             "-Xclang", "-analyzer-output=text", "-Xclang", "-analyzer-werror", copy])
+        return self.command(["clang++-19", "@flags.arm64", "-include-pch", "arm64.pch", "@flags.analyzer",
+                             copy])
 
     def declarations(self, defect, copy):
         place = copy.parent / "decl"
