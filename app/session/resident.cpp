@@ -130,23 +130,26 @@ int runResident(int& argc, char** argv, const SessionOptions& options) {
     }
     if (environment.display.empty()) return fail("no X display: DISPLAY is not set");
     keepPanelRequests();
-    int holder = 0;
-    const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, holder);
-    if (!lock && holder != 0) {
-        const std::string opened = requestPanel(holder) ? "; its settings panel opens" : "";
-        return fail("already running in this session (process " + std::to_string(holder) + ")" +
-                    opened);
+    LockRefusal refusal;
+    const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, refusal);
+    if (!lock && !refusal.problem.empty()) {
+        return fail("cannot lock this session in '" + x11::runtimeFolder() +
+                    "': " + refusal.problem);
     }
-    if (!lock) return fail("cannot lock this session in '" + x11::runtimeFolder() + "'");
+    if (!lock) {
+        const std::string opened = requestPanel(refusal.holder) ? "; its settings panel opens" : "";
+        return fail("already running in this session (process " + std::to_string(refusal.holder) +
+                    ")" + opened);
+    }
     return runWithLock(argc, argv, options, environment.display);
 }
 
 int openPanel() {
     const SessionEnvironment environment = readEnvironment();
     if (environment.display.empty()) return fail("no X display: DISPLAY is not set");
-    int holder = 0;
-    const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, holder);
-    if (!lock && requestPanel(holder)) return 0;
+    LockRefusal refusal;
+    const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, refusal);
+    if (!lock && requestPanel(refusal.holder)) return 0;
     return fail("Orvel does not run in this session; start it with 'orvel run'");
 }
 

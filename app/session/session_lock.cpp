@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cctype>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -43,13 +45,17 @@ std::string lockFileName(const std::string& display) {
 }
 
 std::optional<SessionLock> SessionLock::take(const std::string& folder, const std::string& display,
-                                             int& holder) {
-    holder = 0;
+                                             LockRefusal& refusal) {
+    refusal = {};
     const std::string path = folder + '/' + lockFileName(display);
     const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnerOnly);
-    if (file < 0) return std::nullopt;
+    if (file < 0) {
+        refusal.problem = std::strerror(errno);
+        return std::nullopt;
+    }
     if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
-        holder = readHolder(file);
+        if (errno != EWOULDBLOCK) refusal.problem = std::strerror(errno);
+        refusal.holder = readHolder(file);
         ::close(file);
         return std::nullopt;
     }

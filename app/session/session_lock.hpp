@@ -5,12 +5,19 @@
 
 namespace orvel::session {
 
-/// The lock that one resident process holds for each X display.
+/// Why the lock could not be taken.
+struct LockRefusal {
+    int holder = 0;       ///< the process that holds it; 0 when that is not known
+    std::string problem;  ///< what the system said; empty when another process holds it
+};
+
+/// The lock that one resident process holds for each X display. It ends with its process, however
+/// that ends.
 class SessionLock {
 public:
-    /// Absent with `holder` set when another process holds it; `holder` 0 when that is not known.
+    /// Absent with `refusal` filled in when it cannot be had.
     static std::optional<SessionLock> take(const std::string& folder, const std::string& display,
-                                           int& holder);
+                                           LockRefusal& refusal);
 
     SessionLock(SessionLock&& other) noexcept;
     SessionLock& operator=(SessionLock&&) = delete;

@@ -6,6 +6,8 @@
 
 #include <X11/Xlib.h>
 
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -110,6 +112,26 @@ TEST_F(OrvelHabitsTest, ShiftBackspaceDeletesForwardInATextField) {
     keyboard().chord({"Shift_L", "BackSpace"});
     keyboard().type("\n");
     EXPECT_EQ(field.nextText(), "yz");
+}
+
+TEST_F(OrvelHabitsTest, AHungApplicationInFrontHoldsUpNeitherKeysNorItsOwnWindow) {
+    KeyProbe hung = startProbe();
+    const OrvelProgram orvel = start(withUsualMapping("card_snap"));
+    ASSERT_TRUE(eventually([] { return rig::activeWindow(desktop().x()); },
+                           testing::Optional(hung.window())));
+    hung.process().signal(SIGSTOP);
+    const auto begin = std::chrono::steady_clock::now();
+    win("Left");
+    keyboard().press("a");
+    EXPECT_TRUE(eventually([] { return state().syntheticKeysDown(); },
+                           testing::ElementsAre(rig::PhysicalKey("a"))));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
+    keyboard().release("a");
+    EXPECT_TRUE(eventually(
+        [&] { return rig::frameOf(desktop().x(), hung.window()); },
+        AllOf(Field(&WindowFrame::x, Lt(10)), Field(&WindowFrame::width, testing::Ge(940)))));
+    hung.process().signal(SIGCONT);
+    EXPECT_TRUE(eventually([&] { return hung.text(); }, std::string("a")));
 }
 
 }  // namespace

@@ -140,5 +140,29 @@ TEST_F(TapLayoutsTest, AKeymapResetByPluggingInIsFollowed) {
     expectCopy(probe, 0);
 }
 
+/// What the server does when its console is switched away and back: every device goes and comes.
+TEST_F(TapLayoutsTest, AConsoleSwitchedAwayAndBackUnderHeldKeysLeavesNothingDown) {
+    KeyProbe probe = startProbe();
+    TapHost tap = startTap(kCopyOnA);
+    keyboard().press("Control_L");
+    secondKeyboard().press("Alt_L");
+    keyboard().press("a");
+    EXPECT_TRUE(eventually([] { return state().syntheticKeysDown(); }, testing::Not(IsEmpty())));
+    std::vector<rig::InputDevice*> devices{&keyboard(), &secondKeyboard(), &mouse()};
+    for (rig::InputDevice* device : devices) device->unplug();
+    EXPECT_TRUE(eventually([] { return state().keysDown(); }, IsEmpty()));
+    EXPECT_EQ(state().modifiers(), 0U);
+    for (rig::InputDevice* device : devices) device->plug();
+    const auto copied = [&] {
+        probe.clear();
+        keyboard().tap("a");
+        return spelled(probe.waitForKeys(4));
+    };
+    EXPECT_TRUE(eventually(copied, ElementsAre("+Control_L", "+c", "-c", "-Control_L")));
+    probe.clear();
+    secondKeyboard().type("ok");
+    EXPECT_TRUE(eventually([&] { return probe.text(); }, std::string("ok")));
+}
+
 }  // namespace
 }  // namespace orvel::test
