@@ -20,6 +20,7 @@ public:
 
 private:
     std::ofstream file_;
+    SecrecyAtOnce secrecy_;
     Recorder recorder_;
     RecordingTap tap_;
     RecordingPoster poster_;

@@ -17,9 +17,9 @@ std::map<std::string, PreferenceValue, std::less<>> storedSettings(PreferenceSto
     return settings;
 }
 
-RecorderSources sourcesOf(Desktop& ports) {
+RecorderSources sourcesOf(Desktop& ports, const TypedSecrecy& secrecy) {
     return {.runLoop = ports.runLoop,
-            .isSecretTyped = macos::isTypingSecret,
+            .secrecy = secrecy,
             .frontmostApplication =
                 [&workspace = ports.workspace] {
                     const auto application = workspace.frontmostApplication();
@@ -32,7 +32,8 @@ RecorderSources sourcesOf(Desktop& ports) {
 
 MacRecording::MacRecording(Desktop& ports, const std::string& path)
     : file_(path, std::ios::app),
-      recorder_(file_, sourcesOf(ports)),
+      secrecy_(macos::isTypingSecret),
+      recorder_(file_, sourcesOf(ports, secrecy_)),
       tap_(ports.eventTap, recorder_),
       poster_(ports.eventPoster, recorder_),
       log_(ports.log, recorder_) {}

@@ -12,6 +12,8 @@ namespace orvel {
 namespace {
 
 constexpr double kMicrosecondsPerSecond = 1e6;
+/// Bytes that wait for a decision at most: minutes of typing.
+constexpr std::size_t kMostHeld = 1U << 20U;
 
 void writeValue(JsonWriter& json, const PreferenceValue& value) {
     std::visit(
@@ -43,78 +45,7 @@ bool isMouse(EventType type) {
 
 std::int64_t number(EventFlags flags) { return static_cast<std::int64_t>(flags); }
 
-}  // namespace
-
-Recorder::Recorder(std::ostream& out, RecorderSources sources)
-    : out_(out), sources_(std::move(sources)) {}
-
-void Recorder::begin() {
-    writeSettings();
-    writeWorld();
-    out_ << "{\"launch\":true}\n";
-    out_.flush();
-    written_ = sources_.runLoop.now();
-}
-
-EventVerdict Recorder::record(Event& event, const EventHandler& handler) {
-    isSilent_ = sources_.isSecretTyped();
-    if (isSilent_) return handler(event);
-    writeTime();
-    writeSettings();
-    writeWorld();
-    writeEvent(event);
-    const Event before = event;
-    const EventVerdict verdict = handler(event);
-    writeDecision(verdict, event == before ? before : event);
-    out_.flush();
-    return verdict;
-}
-
-void Recorder::effect(std::string_view name, const std::function<void(JsonWriter&)>& value) {
-    if (isSilent_) return;
-    JsonWriter json;
-    json.beginObject().key(name);
-    value(json);
-    json.endObject();
-    out_ << "# " << json.text() << '\n';
-}
-
-void Recorder::writeTime() {
-    const Instant now = sources_.runLoop.now();
-    if (now <= written_) return;
-    JsonWriter json;
-    const double seconds = static_cast<double>((now - written_).count()) / kMicrosecondsPerSecond;
-    json.beginObject().member("advance", seconds).endObject();
-    step(json);
-    written_ = now;
-}
-
-void Recorder::writeSettings() {
-    JsonWriter json;
-    json.beginObject().key("pref").beginObject();
-    for (const auto& [key, value] : sources_.settings()) {
-        if (!isWorthRecording(key, value)) continue;
-        json.key(key);
-        writeValue(json, value);
-    }
-    json.endObject().endObject();
-    if (json.text() == settings_) return;
-    settings_ = json.text();
-    step(json);
-}
-
-void Recorder::writeWorld() {
-    auto frontmost = sources_.frontmostApplication();
-    if (frontmost == frontmost_) return;
-    frontmost_ = std::move(frontmost);
-    JsonWriter json;
-    json.beginObject().key("world").beginObject().key("frontmost");
-    frontmost_ ? json.value(*frontmost_) : json.null();
-    json.endObject().endObject();
-    step(json);
-}
-
-void Recorder::writeEvent(const Event& event) {
+std::string eventStep(const Event& event) {
     JsonWriter json;
     json.beginObject().key("event").beginObject();
     json.member("type", memory::eventTypeName(event.type));
@@ -129,11 +60,10 @@ void Recorder::writeEvent(const Event& event) {
     }
     json.member("flags", number(event.flags));
     if (event.isAutorepeat) json.member("repeat", true);
-    json.endObject().endObject();
-    step(json);
+    return json.endObject().endObject().text();
 }
 
-void Recorder::writeDecision(EventVerdict verdict, const Event& event) {
+std::string decisionLine(EventVerdict verdict, const Event& event) {
     JsonWriter json;
     json.beginObject();
     switch (verdict) {
@@ -149,11 +79,94 @@ void Recorder::writeDecision(EventVerdict verdict, const Event& event) {
             }
             break;
     }
-    json.endObject();
-    out_ << "# " << json.text() << '\n';
+    return "# " + json.endObject().text();
 }
 
-void Recorder::step(const JsonWriter& json) { out_ << json.text() << '\n'; }
+}  // namespace
+
+Recorder::Recorder(std::ostream& out, RecorderSources sources)
+    : out_(out),
+      sources_(std::move(sources)),
+      withheld_(sources_.secrecy, kMostHeld, [this](Entry& entry) { write(entry); }) {}
+
+void Recorder::begin() {
+    const Circumstances seen = look();
+    written_ = seen.time;
+    writeCircumstances(seen);
+    out_ << "{\"launch\":true}\n";
+    out_.flush();
+}
+
+EventVerdict Recorder::record(Event& event, const EventHandler& handler) {
+    hold(eventStep(event), look());
+    const Event before = event;
+    const EventVerdict verdict = handler(event);
+    hold(decisionLine(verdict, event == before ? before : event));
+    return verdict;
+}
+
+void Recorder::effect(std::string_view name, const std::function<void(JsonWriter&)>& value) {
+    JsonWriter json;
+    json.beginObject().key(name);
+    value(json);
+    json.endObject();
+    hold("# " + json.text());
+}
+
+void Recorder::release() { withheld_.release(); }
+
+void Recorder::hold(std::string line, std::optional<Circumstances> circumstances) {
+    const std::size_t size = line.size();
+    withheld_.add({std::move(line), std::move(circumstances)}, size);
+}
+
+void Recorder::write(const Entry& entry) {
+    if (entry.circumstances) writeCircumstances(*entry.circumstances);
+    out_ << entry.line << '\n';
+    out_.flush();
+}
+
+Recorder::Circumstances Recorder::look() {
+    return {sources_.runLoop.now(), settingsStep(), sources_.frontmostApplication()};
+}
+
+Recorder::Text Recorder::settingsStep() {
+    JsonWriter json;
+    json.beginObject().key("pref").beginObject();
+    for (const auto& [key, value] : sources_.settings()) {
+        if (!isWorthRecording(key, value)) continue;
+        json.key(key);
+        writeValue(json, value);
+    }
+    json.endObject().endObject();
+    if (json.text() != *lastSettings_) {
+        lastSettings_ = std::make_shared<const std::string>(json.text());
+    }
+    return lastSettings_;
+}
+
+/// Only what differs from what was written last.
+void Recorder::writeCircumstances(const Circumstances& seen) {
+    writeTime(seen.time);
+    if (*seen.settings != *writtenSettings_) out_ << *seen.settings << '\n';
+    writtenSettings_ = seen.settings;
+    if (seen.frontmost == writtenFrontmost_) return;
+    writtenFrontmost_ = seen.frontmost;
+    JsonWriter json;
+    json.beginObject().key("world").beginObject().key("frontmost");
+    seen.frontmost ? json.value(*seen.frontmost) : json.null();
+    json.endObject().endObject();
+    out_ << json.text() << '\n';
+}
+
+void Recorder::writeTime(Instant time) {
+    if (time <= written_) return;
+    JsonWriter json;
+    const double seconds = static_cast<double>((time - written_).count()) / kMicrosecondsPerSecond;
+    json.beginObject().member("advance", seconds).endObject();
+    out_ << json.text() << '\n';
+    written_ = time;
+}
 
 bool RecordingTap::create(const EventTapRequest& request, EventHandler handler) {
     return tap_.create(request, [this, decide = std::move(handler)](Event& event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/base/json.hpp"
+#include "platform/base/typed_secrecy.hpp"
 #include "platform/event_poster.hpp"
 #include "platform/event_tap.hpp"
 #include "platform/log.hpp"
@@ -9,6 +10,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <span>
@@ -20,15 +22,15 @@ namespace orvel {
 /// What a recorder asks of the session.
 struct RecorderSources {
     RunLoop& runLoop;
-    /// Whether a password may be typed at this moment; nothing is written then.
-    std::function<bool()> isSecretTyped;
+    /// What is secret is never written, and nothing is before that is known.
+    const TypedSecrecy& secrecy;
     std::function<std::optional<std::string>()> frontmostApplication;
     std::function<std::map<std::string, PreferenceValue, std::less<>>()> settings;
 };
 
 /// Writes a live session as replay steps: the settings, the application in front, every event with
 /// the time that passed before it. What the system did follows each event as a comment line, in
-/// the form of the transcript.
+/// the form of the transcript. Lines wait in memory until it is known that they hold no secret.
 class Recorder {
 public:
     Recorder(std::ostream& out, RecorderSources sources);
@@ -39,21 +41,37 @@ public:
     EventVerdict record(Event& event, const EventHandler& handler);
     /// What the system did, one member of a transcript line.
     void effect(std::string_view name, const std::function<void(JsonWriter&)>& value);
+    /// Writes what is known to be no secret by now. What never gets known is never written.
+    void release();
 
 private:
-    void writeTime();
-    void writeSettings();
-    void writeWorld();
-    void writeEvent(const Event& event);
-    void writeDecision(EventVerdict verdict, const Event& event);
-    void step(const JsonWriter& json);
+    using Text = std::shared_ptr<const std::string>;
+
+    /// What the session was like when an event came.
+    struct Circumstances {
+        Instant time{0};
+        Text settings;
+        std::optional<std::string> frontmost;
+    };
+    struct Entry {
+        std::string line;
+        std::optional<Circumstances> circumstances;  ///< of an event
+    };
+
+    [[nodiscard]] Circumstances look();
+    [[nodiscard]] Text settingsStep();
+    void hold(std::string line, std::optional<Circumstances> circumstances = std::nullopt);
+    void write(const Entry& entry);
+    void writeCircumstances(const Circumstances& seen);
+    void writeTime(Instant time);
 
     std::ostream& out_;
     RecorderSources sources_;
+    Text lastSettings_ = std::make_shared<const std::string>();
     Instant written_{0};
-    std::string settings_;
-    std::optional<std::string> frontmost_;
-    bool isSilent_ = false;
+    Text writtenSettings_ = lastSettings_;
+    std::optional<std::string> writtenFrontmost_;
+    Withheld<Entry> withheld_;
 };
 
 /// The tap, with every event written down.

@@ -41,9 +41,16 @@ Result<std::unique_ptr<SessionDesktop>> SessionDesktop::open(qt::QtRunLoop& runL
     wanted.say = [&line = *log](std::string_view text) { line.line(text); };
     auto services = x11::X11Services::open(runLoop, wanted);
     if (!services) return Failure{services.error()};
+    std::unique_ptr<x11::TypingWitness> witness;
+    if (options.isTracing || !options.recordPath.empty()) {
+        auto started = x11::TypingWitness::start(input.value()->hub().session(),
+                                                 services.value()->accessibleFocus());
+        if (!started) return Failure{started.error()};
+        witness = std::move(started).value();
+    }
     auto desktop =
         std::make_unique<SessionDesktop>(Key(), runLoop, std::move(log), std::move(input).value(),
-                                         std::move(services).value(), options);
+                                         std::move(services).value(), std::move(witness), options);
     const x11::FnKey fn = x11::readFnKey(table);
     desktop->input_->hub().setFnKey(fn.name);
     desktop->input_->hub().setTranslator(desktop->services_->shortcutTranslator());
@@ -57,6 +64,7 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
                                std::unique_ptr<x11::X11Log> log,
                                std::unique_ptr<x11::X11EventPath> input,
                                std::unique_ptr<x11::X11Services> services,
+                               std::unique_ptr<x11::TypingWitness> witness,
                                const SessionOptions& options)
     : log_(std::move(log)),
       preferences_(x11::preferencesPath(),
@@ -66,10 +74,12 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
       services_(std::move(services)),
       inputState_(input_->hub(), services_->server(), services_->screens()),
       windowImages_(runLoop, services_->server(), services_->clients()),
-      secretInput_(services_->server()),
+      witness_(std::move(witness)),
+      witnessedTap_(witness_ ? std::make_unique<x11::WitnessedTap>(input_->tap(), *witness_)
+                             : nullptr),
       loginItems_(frontDoor()),
       recorder_(options.recordPath.empty() ? nullptr : makeRecorder(runLoop)),
-      recordingTap_(recorder_ ? std::make_unique<RecordingTap>(input_->tap(), *recorder_)
+      recordingTap_(recorder_ ? std::make_unique<RecordingTap>(*witnessedTap_, *recorder_)
                               : nullptr),
       recordingPoster_(recorder_ ? std::make_unique<RecordingPoster>(input_->poster(), *recorder_)
                                  : nullptr),
@@ -84,7 +94,9 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
              .eventMonitors = shell_.eventMonitors(),
              .eventPoster =
                  recordingPoster_ ? static_cast<EventPoster&>(*recordingPoster_) : input_->poster(),
-             .eventTap = recordingTap_ ? static_cast<EventTap&>(*recordingTap_) : input_->tap(),
+             .eventTap = recordingTap_   ? static_cast<EventTap&>(*recordingTap_)
+                         : witnessedTap_ ? static_cast<EventTap&>(*witnessedTap_)
+                                         : input_->tap(),
              .fileSystem = fileSystem_,
              .haptics = shell_.haptics(),
              .inputSources = services_->inputSources(),
@@ -106,15 +118,9 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
              .windowImages = windowImages_,
              .windowList = services_->windowList(),
              .workspace = services_->workspace()} {
-    if (recorder_ || options.isTracing) {
-        passwordFocus_ = std::make_unique<x11::PasswordFocus>();
-        secretInput_.setPasswordField([this] { return passwordFocus_->isKnown(); });
-    }
     if (recorder_) recordFile_.open(options.recordPath, std::ios::app);
-    if (options.isTracing) {
-        log_->startTracing(x11::TraceFile::defaultPath(),
-                           [this] { return secretInput_.isTyped(); });
-    }
+    if (options.isTracing) log_->startTracing(x11::TraceFile::defaultPath(), *witness_);
+    if (witness_) watchTyping();
     input_->beforeInput([this] { catchUp(); });
     settingsWatch_ = runLoop.watchReadable(preferences_.changesFd(), [this] { catchUp(); });
 }
@@ -122,9 +128,30 @@ SessionDesktop::SessionDesktop(Key /*key*/, qt::QtRunLoop& runLoop,
 std::unique_ptr<Recorder> SessionDesktop::makeRecorder(RunLoop& runLoop) {
     return std::make_unique<Recorder>(
         recordFile_, RecorderSources{.runLoop = runLoop,
-                                     .isSecretTyped = [this] { return secretInput_.isTyped(); },
+                                     .secrecy = *witness_,
                                      .frontmostApplication = [this] { return frontmost(); },
                                      .settings = [this] { return preferences_.all(); }});
+}
+
+void SessionDesktop::watchTyping() {
+    input_->afterInput([this] { witness_->endMoment(); });
+    witness_->onDecided([this, &runLoop = ports_.runLoop, isAlive = std::weak_ptr(isAlive_)] {
+        runLoop.post([this, isAlive] {
+            if (!isAlive.expired()) keepWhatIsOpen();
+        });
+    });
+}
+
+void SessionDesktop::keepWhatIsOpen() {
+    if (recorder_) recorder_->release();
+    log_->release();
+}
+
+void SessionDesktop::closeRecords() {
+    constexpr std::chrono::milliseconds limit{1000};
+    if (!witness_) return;
+    witness_->settle(limit);
+    keepWhatIsOpen();
 }
 
 std::optional<std::string> SessionDesktop::frontmost() const {

@@ -4,8 +4,7 @@
 #include "app/record/recorder.hpp"
 #include "platform/desktop.hpp"
 #include "platform/qt/qt_run_loop.hpp"
-#include "platform/x11/password_focus.hpp"
-#include "platform/x11/secret_input.hpp"
+#include "platform/x11/typing_witness.hpp"
 #include "platform/x11/x11_accessibility_permission.hpp"
 #include "platform/x11/x11_essentials.hpp"
 #include "platform/x11/x11_event_path.hpp"
@@ -40,12 +39,14 @@ public:
     [[nodiscard]] Desktop& ports() { return ports_; }
     [[nodiscard]] x11::X11EventTap& tap() { return input_->tap(); }
     [[nodiscard]] x11::X11Shell& shell() { return shell_; }
-    [[nodiscard]] x11::SecretInput& secretInput() { return secretInput_; }
     [[nodiscard]] x11::X11PreferenceStore& preferenceStore() { return preferences_; }
 
     /// Null when the session is not recorded.
     [[nodiscard]] Recorder* recorder() { return recorder_.get(); }
 
+    /// Writes what is still known to be no secret of what was typed. To be called when nothing more
+    /// can be typed; waits a moment.
+    void closeRecords();
     /// Called once when the X server is gone.
     void onServerGone(std::function<void()> told);
     /// Called whenever the settings may have changed: before every input, and when their file did.
@@ -54,10 +55,13 @@ public:
 
     SessionDesktop(Key key, qt::QtRunLoop& runLoop, std::unique_ptr<x11::X11Log> log,
                    std::unique_ptr<x11::X11EventPath> input,
-                   std::unique_ptr<x11::X11Services> services, const SessionOptions& options);
+                   std::unique_ptr<x11::X11Services> services,
+                   std::unique_ptr<x11::TypingWitness> witness, const SessionOptions& options);
 
 private:
     void catchUp();
+    void keepWhatIsOpen();
+    void watchTyping();
     [[nodiscard]] std::unique_ptr<Recorder> makeRecorder(RunLoop& runLoop);
     [[nodiscard]] std::optional<std::string> frontmost() const;
 
@@ -70,8 +74,8 @@ private:
     x11::X11InputState inputState_;
     x11::X11WindowImages windowImages_;
     /// Only while something of what is typed may be kept.
-    std::unique_ptr<x11::PasswordFocus> passwordFocus_;
-    x11::SecretInput secretInput_;
+    std::unique_ptr<x11::TypingWitness> witness_;
+    std::unique_ptr<x11::WitnessedTap> witnessedTap_;
     x11::X11FileSystem fileSystem_;
     x11::X11LoginItems loginItems_;
     std::ofstream recordFile_;
@@ -80,6 +84,8 @@ private:
     std::unique_ptr<RecordingPoster> recordingPoster_;
     std::unique_ptr<RecordingLog> recordingLog_;
     x11::X11Shell shell_;
+    /// Tasks that are still queued when this object ends do nothing.
+    std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
     std::function<void()> settingsRead_;
     std::unique_ptr<qt::ReadableWatch> settingsWatch_;
     Desktop ports_;

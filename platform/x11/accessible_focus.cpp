@@ -69,8 +69,6 @@ void AccessibleFocus::connect() {
     if (found == presence_) return;
     if (opened) bus_ = std::move(opened).value();
     presence_ = found;
-    history_.forget();
-    presentSince_ = now_ = history_.now();
     if (told_) told_();
 }
 
@@ -82,7 +80,7 @@ AccessibleFocus::Presence AccessibleFocus::presence() {
         showing_.clear();
         searched_.clear();
         history_.forget();
-        presentSince_ = now_ = history_.now();
+        lostSince_ = now_ = history_.now();
         presence_ = Presence::looking;
         isWanted_ = true;
     } else if (presence_ == Presence::absent && steady_clock::now() - triedAt_ > kTryAgain) {

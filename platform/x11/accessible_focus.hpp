@@ -40,8 +40,8 @@ public:
     [[nodiscard]] Presence presence();
     /// Counts what was told; never waits.
     [[nodiscard]] Moment now() const { return now_; }
-    /// Since when the bus is what `presence` says.
-    [[nodiscard]] Moment presentSince() const { return presentSince_; }
+    /// When a bus that was there was gone for the last time; what was told before is forgotten.
+    [[nodiscard]] Moment lostSince() const { return lostSince_; }
     /// `told` is called after the focus moved, on a thread of the bus.
     void onChange(std::function<void()> told);
 
@@ -91,7 +91,7 @@ private:
     std::map<std::string, std::chrono::steady_clock::time_point, std::less<>> searched_;
     std::function<void()> told_;
     std::atomic<Moment> now_{0};
-    std::atomic<Moment> presentSince_{0};
+    std::atomic<Moment> lostSince_{0};
     std::thread thread_;
 };
 

@@ -45,6 +45,7 @@ X11EventPath::~X11EventPath() {
 void X11EventPath::handleInput() {
     if (beforeInput_) beforeInput_();
     tap_.processEvents();
+    if (afterInput_) afterInput_();
 }
 
 void X11EventPath::beat() {

@@ -31,6 +31,8 @@ public:
 
     /// Called before the events of each wake-up, to bring everything else up to date.
     void beforeInput(std::function<void()> called) { beforeInput_ = std::move(called); }
+    /// Called after the events of each wake-up, when what they became is on its way.
+    void afterInput(std::function<void()> called) { afterInput_ = std::move(called); }
     /// Called once when the server is gone.
     void onServerGone(std::function<void()> told) { serverGone_ = std::move(told); }
 
@@ -41,6 +43,7 @@ private:
 
     qt::QtRunLoop& runLoop_;
     std::function<void()> beforeInput_;
+    std::function<void()> afterInput_;
     std::function<void()> serverGone_;
     std::string display_;
     std::unique_ptr<GuardProcess> guard_;

@@ -192,7 +192,8 @@ TEST_F(ResidentTest, RecordsASessionThatCanBeReplayed) {
     Process orvel = start({"record", "--yes-record-keys", file.string()});
     ASSERT_TRUE(orvel->out().waitForText("引擎工作状态已设为"));
     keyboard().chord({"Control_L", "c"});
-    probe.waitForKeys(4);
+    // Lines wait until it is known that the probe tells nobody what it is.
+    EXPECT_TRUE(eventually([&] { return contentOf(file); }, HasSubstr(R"("keyUp","key":8,)")));
     {
         rig::ScreenLocker locker(desktop().environment());
         keyboard().type("q\n");
@@ -225,18 +226,16 @@ TEST_F(ResidentTest, RecordsNothingThatIsTypedIntoAPasswordField) {
         rig::merged(bus.environment(), {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}});
     {
         rig::TextFieldApp plain(rig::TextFieldApp::Kind::plain, environment, desktop().x());
-        // A field that has just got the focus has not said yet what it is.
+        // What is typed before the window has told anything is not kept.
         const auto typed = [&] {
             keyboard().type("w");
             return contentOf(file);
         };
-        EXPECT_TRUE(eventually(typed, HasSubstr(R"("key":13,)")));
+        EXPECT_TRUE(eventually(typed, HasSubstr(R"("key":13,)"))) << orvel->err().text();
     }
     rig::TextFieldApp field(rig::TextFieldApp::Kind::password, environment, desktop().x());
-    // Only the end counts: the field tells what it is a moment after it got the focus.
-    const std::string password = std::string(2000, 'q') + std::string(50, 'z');
-    keyboard().type(password + "\n");
-    ASSERT_EQ(field.nextText(), password);
+    keyboard().type("zzz\n");
+    ASSERT_EQ(field.nextText(), "zzz");
     orvel->signal(SIGTERM);
     EXPECT_EQ(orvel->waitForExit(), exited(0));
     EXPECT_THAT(contentOf(file), Not(HasSubstr(R"("key":6,)")));

@@ -1,7 +1,6 @@
 #include "tests/platform/contract/text_caret_contract.hpp"
-#include "tests/session/own_home.hpp"
 #include "tests/session/service_session.hpp"
-#include "tools/rig/windows.hpp"
+#include "tests/session/telling_desktop.hpp"
 
 #include <gmock/gmock.h>
 
@@ -24,27 +23,12 @@ using std::chrono::milliseconds;
 using testing::Eq;
 using testing::Optional;
 
-/// A desktop whose applications tell what they show, for this process as well.
-class TellingDesktop {
-public:
-    TellingDesktop()
-        : desktop_({.size = {},
-                    .windowManager = rig::WindowManager::Kind::openbox,
-                    .accessibility = rig::SessionBus::Accessibility::on}),
-          bus_("DBUS_SESSION_BUS_ADDRESS", desktop_.environment().at("DBUS_SESSION_BUS_ADDRESS")) {}
-
-    rig::EmbeddedDesktop& get() { return desktop_; }
-
-private:
-    rig::EmbeddedDesktop desktop_;
-    ScopedVariable bus_;
-};
-
 std::unique_ptr<TellingDesktop> sharedDesktop;
-rig::EmbeddedDesktop& desktop() {
+TellingDesktop& tellingDesktop() {
     if (sharedDesktop == nullptr) sharedDesktop = std::make_unique<TellingDesktop>();
-    return sharedDesktop->get();
+    return *sharedDesktop;
 }
+rig::EmbeddedDesktop& desktop() { return tellingDesktop().get(); }
 
 /// The desktop goes before the home of this process does.
 class DesktopEnd : public testing::Environment {
@@ -53,46 +37,21 @@ public:
 };
 const auto* const kDesktopEnd = testing::AddGlobalTestEnvironment(new DesktopEnd);
 
-/// An application with one window that has the keyboard.
-class Application {
-public:
-    Application(std::vector<std::string> arguments, const std::string& window)
-        : process_(std::make_unique<rig::ChildProcess>(
-              rig::Command{.arguments = std::move(arguments), .environment = environment()})),
-          window_(rig::waitForWindow(desktop().x(), window)) {
-        rig::focusWindow(desktop().x(), window_);
-    }
-
-    rig::ChildProcess& process() { return *process_; }
-    AxRect frame() const {
-        const auto frame = rig::frameOf(desktop().x(), window_);
-        return {static_cast<double>(frame.x), static_cast<double>(frame.y),
-                static_cast<double>(frame.width), static_cast<double>(frame.height)};
-    }
-    void moveBy(int dx, int dy) {
-        auto frame = rig::frameOf(desktop().x(), window_);
-        frame.x += dx;
-        frame.y += dy;
-        rig::placeWindow(desktop().x(), window_, frame);
-    }
-
-private:
-    static rig::Environment environment() {
-        return rig::merged(desktop().environment(),
-                           {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}, {"QT_QPA_PLATFORM", "xcb"}});
-    }
-
-    std::unique_ptr<rig::ChildProcess> process_;
-    rig::WindowId window_;
-};
+AxRect frameOf(const Application& application) {
+    const auto frame = application.frame();
+    return {static_cast<double>(frame.x), static_cast<double>(frame.y),
+            static_cast<double>(frame.width), static_cast<double>(frame.height)};
+}
 
 Application entryDialog(const std::string& text) {
-    return {{"zenity", "--entry", "--title", "asked", "--text", "?", "--entry-text", text},
+    return {tellingDesktop(),
+            {"zenity", "--entry", "--title", "asked", "--text", "?", "--entry-text", text},
             "asked"};
 }
 
 Application lineEdit() {
-    return {{std::string(std::getenv("ORVEL_BUILD_DIR")) + "/rig/orvel-rig-text-field", "line",
+    return {tellingDesktop(),
+            {std::string(std::getenv("ORVEL_BUILD_DIR")) + "/rig/orvel-rig-text-field", "line",
              "plain"},
             "line"};
 }
@@ -114,7 +73,7 @@ protected:
         return last.value_or(AxRect{});
     }
     static auto inside(const Application& application) {
-        return testing::Truly([frame = application.frame()](const AxRect& rect) {
+        return testing::Truly([frame = frameOf(application)](const AxRect& rect) {
             return frame.contains(rect.origin()) && rect.maxY() <= frame.maxY() && rect.height > 0;
         });
     }
@@ -125,7 +84,8 @@ protected:
         int same = 0;
         const auto look = [&] {
             const auto now = caret();
-            same = now && now == last && application.frame().contains(now->origin()) ? same + 1 : 0;
+            same =
+                now && now == last && frameOf(application).contains(now->origin()) ? same + 1 : 0;
             last = now;
             return same;
         };
@@ -155,7 +115,7 @@ TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoAnEntryOfGtk) {
 }
 
 TEST_F(X11TextCaretTest, FollowsTheLinesOfAnEditorOfGtk) {
-    const Application editor({"mousepad", "--disable-server"}, "mousepad");
+    const Application editor(tellingDesktop(), {"mousepad", "--disable-server"}, "mousepad");
     const AxRect first = caretAtRest(editor);
     type("one\ntwo\n");
     const auto isTwoLinesBelow = testing::Truly([first](const AxRect& rect) {
@@ -179,7 +139,7 @@ TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoALineEditOfQt) {
 }
 
 TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoAnEditorOfQt) {
-    const Application editor({"featherpad", "--standalone"}, "featherpad");
+    const Application editor(tellingDesktop(), {"featherpad", "--standalone"}, "featherpad");
     const AxRect empty = caretAtRest(editor);
     type("one");
     const AxRect one = caretThat(rightOf(empty));
@@ -190,7 +150,8 @@ TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoAnEditorOfQt) {
 }
 
 TEST_F(X11TextCaretTest, IsKnownInATerminalThatTellsIt) {
-    const Application terminal({"xfce4-terminal", "--disable-server", "--title", "shell"}, "shell");
+    const Application terminal(tellingDesktop(),
+                               {"xfce4-terminal", "--disable-server", "--title", "shell"}, "shell");
     const AxRect prompt = caretAtRest(terminal);
     type("echo");
     caretThat(rightOf(prompt));
@@ -199,7 +160,7 @@ TEST_F(X11TextCaretTest, IsKnownInATerminalThatTellsIt) {
 TEST_F(X11TextCaretTest, IsAbsentInAnApplicationThatTellsNothing) {
     const Application editor = entryDialog("");
     caretThat(inside(editor));
-    const Application terminal({"xterm", "-title", "silent"}, "silent");
+    const Application terminal(tellingDesktop(), {"xterm", "-title", "silent"}, "silent");
     EXPECT_TRUE(eventually([this] { return caret(); }, Eq(std::nullopt)));
 }
 
@@ -245,16 +206,17 @@ public:
         // The application is asked as soon as it has come to rest.
         EXPECT_TRUE(test::eventually([this] { return caret().caretRect().has_value(); },
                                      testing::Eq(true)));
-        return text_->frame();
+        return test::frameOf(*text_);
     }
     AxRect moveText(double dx, double dy) {
         const auto before = caret().caretRect();
         text_->moveBy(static_cast<int>(dx), static_cast<int>(dy));
         EXPECT_TRUE(test::eventually([this] { return caret().caretRect(); }, testing::Ne(before)));
-        return text_->frame();
+        return test::frameOf(*text_);
     }
     void focusNoText() {
         text_ = std::make_unique<test::Application>(
+            test::tellingDesktop(),
             std::vector<std::string>{"zenity", "--info", "--title", "told", "--text", "!"}, "told");
     }
 
