@@ -57,6 +57,12 @@ bool PasteboardState::isEnding() const {
     return isEnding_;
 }
 
+std::function<void()> PasteboardState::waker(const std::shared_ptr<PasteboardState>& state) {
+    return [weak = std::weak_ptr(state)] {
+        if (const auto alive = weak.lock()) alive->wake().set();
+    };
+}
+
 void PasteboardState::settle(PasteboardContents contents, std::int64_t changes,
                              std::uint64_t number) {
     const std::lock_guard lock(mutex_);

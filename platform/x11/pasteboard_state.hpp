@@ -43,6 +43,9 @@ public:
     void settle(PasteboardContents contents, std::int64_t changes, std::uint64_t number);
 
     [[nodiscard]] WakeSignal& wake() { return wake_; }
+    /// Wakes the other thread. Does not keep the state alive, which itself keeps pictures that
+    /// hold this.
+    [[nodiscard]] static std::function<void()> waker(const std::shared_ptr<PasteboardState>& state);
 
 private:
     void beginLocked();

@@ -216,7 +216,7 @@ xcb_window_t PasteboardWorker::ownerOf(xcb_atom_t selection, Deadline deadline) 
 }
 
 std::shared_ptr<PendingPicture> PasteboardWorker::decode(std::vector<std::uint8_t> encoded) {
-    auto picture = std::make_shared<PendingPicture>([state = state_] { state->wake().set(); });
+    auto picture = std::make_shared<PendingPicture>(PasteboardState::waker(state_));
     const auto source = std::make_shared<std::vector<std::uint8_t>>(std::move(encoded));
     background_([picture, source] {
         auto tiff = toTiff(std::as_bytes(std::span(*source)));

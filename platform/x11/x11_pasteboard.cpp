@@ -68,8 +68,7 @@ void X11Pasteboard::setString(std::string_view text) {
 Result<> X11Pasteboard::writeImage(std::string_view path) {
     const std::string file(path);
     if (!isPictureFile(file)) return Failure{"no picture in " + file};
-    const auto picture =
-        std::make_shared<PendingPicture>([state = state_] { state->wake().set(); });
+    const auto picture = std::make_shared<PendingPicture>(PasteboardState::waker(state_));
     runLoop_.background([picture, file] { picture->settle(readForms(file)); });
     state_->amend([&picture](PasteboardContents& contents) { contents.picture = picture; });
     announceSoon();
