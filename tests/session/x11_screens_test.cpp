@@ -47,6 +47,17 @@ TEST_F(X11ScreensTest, AScreenIsThereOncePluggedAndGoneOnceUnplugged) {
         services_, [this] { return frames(); }, ElementsAre(kFirst)));
 }
 
+TEST_F(X11ScreensTest, AScreenThatChangesItsSizeIsFollowed) {
+    server().resizeMonitor({1280, 800});
+    EXPECT_TRUE(eventually(
+        services_, [this] { return frames(); }, ElementsAre(ScreenRect{0, 0, 1280, 800})));
+    EXPECT_TRUE(eventually(
+        services_, [this] { return freeHeight(); }, testing::Le(800)));
+    server().resizeMonitor({1920, 1080});
+    EXPECT_TRUE(eventually(
+        services_, [this] { return frames(); }, ElementsAre(kFirst)));
+}
+
 TEST_F(X11ScreensTest, AScreenToTheLeftHasNegativeCoordinates) {
     server().plugSecondMonitor({1280, 800}, rig::MonitorSide::leftOfFirst);
     EXPECT_TRUE(eventually(
