@@ -37,6 +37,7 @@ protected:
         return iconPicture();
     }
     void openByClick() {
+        firstIconPicture();
         click(icon());
         waitForPanel();
     }
