@@ -239,6 +239,11 @@ void WindowManager::close(xcb_window_t window) {
     tellWindowManager(server_, window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, kFromPager});
 }
 
+void WindowManager::disconnectOwner(xcb_window_t window) {
+    xcb_kill_client(server_.raw(), window);
+    server_.flush();
+}
+
 bool WindowManager::toggleShowDesktop(Deadline deadline) {
     if (!supports("_NET_SHOWING_DESKTOP")) return false;
     const auto showing = cardinals(server_, server_.root(), "_NET_SHOWING_DESKTOP", deadline);

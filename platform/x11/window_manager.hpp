@@ -67,6 +67,8 @@ public:
     bool raise(xcb_window_t window, Deadline deadline);
     /// Asks the application to close the window, as its close button does.
     void close(xcb_window_t window);
+    /// Has the server end the connection of the window's application.
+    void disconnectOwner(xcb_window_t window);
 
     /// False when the window manager cannot.
     bool toggleShowDesktop(Deadline deadline);

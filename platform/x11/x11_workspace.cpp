@@ -4,8 +4,10 @@
 #include "platform/x11/image_codec.hpp"
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <memory>
+#include <unistd.h>
 #include <utility>
 
 namespace orvel::x11 {
@@ -104,6 +106,23 @@ void X11Workspace::terminate(ProcessId pid) {
     const auto* group = clients_.group(pid);
     if (group == nullptr) return;
     for (const auto window : group->windows) manager_.close(window);
+}
+
+void X11Workspace::forceTerminate(ProcessId pid) {
+    const auto* group = clients_.group(pid);
+    if (group == nullptr) return;
+    for (const auto window : group->windows) {
+        const auto* client = clients_.find(window);
+        // Where nobody knows the process, the server can still end its connection.
+        if (client == nullptr || client->process <= 0)
+            manager_.disconnectOwner(window);
+        else if (client->process != ::getpid())
+            ::kill(client->process, SIGKILL);
+    }
+}
+
+Subscription X11Workspace::onRunningChange(std::function<void()> told) {
+    return clients_.onListChange([told = std::move(told)](const auto&) { told(); });
 }
 
 ServiceCheck X11Workspace::check() const {

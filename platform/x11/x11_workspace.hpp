@@ -6,6 +6,7 @@
 #include "platform/x11/service_check.hpp"
 #include "platform/x11/window_manager.hpp"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,6 +29,11 @@ public:
     void activate(ProcessId pid, int options) override;
     void terminate(ProcessId pid) override;
 
+    /// Ends every process of the application without asking it, also one that hangs. What is not
+    /// saved is lost.
+    void forceTerminate(ProcessId pid);
+    /// Tells after the windows of the session changed, and with them the running applications.
+    [[nodiscard]] Subscription onRunningChange(std::function<void()> told);
     /// How the application in front wants to be spoken to.
     [[nodiscard]] ApplicationKind frontmostKind() const { return frontmostKind_; }
     [[nodiscard]] ServiceCheck check() const;
