@@ -117,7 +117,8 @@ int runWithLock(int& argc, char** argv, const SessionOptions& options, const std
     if (!desktop) return fail(desktop.error());
     Resident resident(runLoop.get(), *desktop.value(), display);
     const int status = resident.run();
-    return status == kServerGone ? fail("the X server is gone", kServerGone) : status;
+    if (status == kServerGone) x11::X11Application::sayServerGone();
+    return status;
 }
 
 }  // namespace

@@ -96,16 +96,19 @@ private:
     }
 };
 
-/// Where the pixels that become pixel number `each` of `parts` begin.
-std::size_t beginOf(std::size_t each, std::size_t whole, std::size_t parts) {
-    return each * whole / parts;
+/// Where the pixels that become one pixel begin, for each of them, and the end of all.
+std::vector<std::size_t> edges(std::size_t whole, std::size_t parts) {
+    std::vector<std::size_t> found(parts + 1);
+    for (std::size_t each = 0; each <= parts; ++each) found[each] = each * whole / parts;
+    return found;
 }
 
-void addRow(const std::vector<std::uint32_t>& row, std::vector<ColourSum>& sums) {
+void addRow(const std::vector<std::uint32_t>& row, const std::vector<std::size_t>& columns,
+            std::vector<ColourSum>& sums) {
     for (std::size_t x = 0; x < sums.size(); ++x) {
-        const auto end = beginOf(x + 1, row.size(), sums.size());
-        for (auto from = beginOf(x, row.size(), sums.size()); from < end; ++from)
-            sums[x].add(row[from]);
+        ColourSum sum = sums[x];
+        for (auto from = columns[x]; from < columns[x + 1]; ++from) sum.add(row[from]);
+        sums[x] = sum;
     }
 }
 
@@ -131,25 +134,22 @@ Bitmap shrink(const ServerPixels& pixels, PictureSize size) {
     if (!isComplete(pixels)) return {};
     Bitmap picture{
         std::clamp(size.width, 1, pixels.width), std::clamp(size.height, 1, pixels.height), {}};
-    const auto columns = static_cast<std::size_t>(picture.width);
-    const auto rows = static_cast<std::size_t>(picture.height);
-    const auto width = static_cast<std::size_t>(pixels.width);
-    const auto height = static_cast<std::size_t>(pixels.height);
-    picture.pixels.reserve(columns * rows);
-    std::vector<std::uint32_t> row(width);
-    for (std::size_t y = 0; y < rows; ++y) {
-        std::vector<ColourSum> sums(columns);
-        const auto begin = beginOf(y, height, rows);
-        const auto end = beginOf(y + 1, height, rows);
-        for (auto from = begin; from < end; ++from) {
+    const auto columns =
+        edges(static_cast<std::size_t>(pixels.width), static_cast<std::size_t>(picture.width));
+    const auto rows =
+        edges(static_cast<std::size_t>(pixels.height), static_cast<std::size_t>(picture.height));
+    picture.pixels.reserve((columns.size() - 1) * (rows.size() - 1));
+    std::vector<std::uint32_t> row(columns.back());
+    for (std::size_t y = 0; y + 1 < rows.size(); ++y) {
+        std::vector<ColourSum> sums(columns.size() - 1);
+        for (auto from = rows[y]; from < rows[y + 1]; ++from) {
             convertRow(pixels, static_cast<int>(from), row);
             cutOut(pixels, static_cast<int>(from), row);
-            addRow(row, sums);
+            addRow(row, columns, sums);
         }
-        for (std::size_t x = 0; x < columns; ++x) {
-            const auto across = beginOf(x + 1, width, columns) - beginOf(x, width, columns);
-            picture.pixels.push_back(
-                sums[x].mean(static_cast<std::uint32_t>(across * (end - begin))));
+        for (std::size_t x = 0; x < sums.size(); ++x) {
+            const auto count = (columns[x + 1] - columns[x]) * (rows[y + 1] - rows[y]);
+            picture.pixels.push_back(sums[x].mean(static_cast<std::uint32_t>(count)));
         }
     }
     return picture;

@@ -15,6 +15,9 @@ public:
     X11Application(const X11Application&) = delete;
     X11Application& operator=(const X11Application&) = delete;
 
+    /// Says it once, however many notice.
+    static void sayServerGone();
+
 private:
     std::unique_ptr<QApplication> application_;
 };

@@ -38,12 +38,10 @@ int noteError(Display* display, XErrorEvent* event) {
 /// Xlib calls this before the handler of the one connection; its default prints and exits.
 int ignoreLostConnection(Display* /*display*/) { return 0; }
 
+/// For each connection anew: Qt puts handlers of its own in place when it starts.
 void installErrorHandlers() {
-    static std::once_flag installed;
-    std::call_once(installed, [] {
-        XSetErrorHandler(noteError);
-        XSetIOErrorHandler(ignoreLostConnection);
-    });
+    XSetErrorHandler(noteError);
+    XSetIOErrorHandler(ignoreLostConnection);
 }
 
 }  // namespace

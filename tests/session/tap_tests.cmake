@@ -16,7 +16,7 @@ foreach(test tap_keys_test tap_layouts_test tap_surroundings_test tap_pointer_te
 endforeach()
 
 # The program itself, as a user starts it.
-foreach(test orvel_run_test orvel_habits_test orvel_editor_test input_method_habits_test)
+foreach(test orvel_run_test orvel_habits_test orvel_editor_test input_method_habits_test session_faults_test)
     orvel_test(${test}
         SOURCES ${test}.cpp
         LIBS orvel_tap_session orvel_session_test

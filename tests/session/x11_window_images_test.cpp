@@ -12,6 +12,8 @@
 #include <gmock/gmock.h>
 #include <xcb/res.h>
 
+#include <chrono>
+#include <csignal>
 #include <fstream>
 #include <map>
 #include <memory>
@@ -318,6 +320,33 @@ TEST_P(X11WindowImagesTest, AWindowThatChangesItsSizeMeanwhileHasPicturesOfOneMo
         EXPECT_EQ(picture->at(20, picture->height / 2), kBlue);
     }
     EXPECT_TRUE(eventually([&] { return isAsOnScreen(window); }, true));
+}
+
+TEST_P(X11WindowImagesTest, AStoppedApplicationHasItsPictureAtOnce) {
+    auto app = startApp();
+    const auto window = app.open({.title = "stopped"});
+    ASSERT_TRUE(shows(window, kBlue));
+    app.process().signal(SIGSTOP);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(middle(window), kBlue);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(400));
+    app.process().signal(SIGCONT);
+}
+
+TEST_P(X11WindowImagesTest, AServerThatDoesNotAnswerIsWaitedForNoLongerThanTheLimit) {
+    auto app = startApp();
+    const auto window = app.open({.title = "waiting"});
+    ASSERT_TRUE(shows(window, kBlue));
+    services_->settle();
+    {
+        const rig::ServerGrab grab(x());
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_FALSE(images_->capture(static_cast<WindowNumber>(window)));
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(800));
+    }
+    EXPECT_TRUE(shows(window, kBlue));
+    minimise(window);
+    EXPECT_EQ(middle(window), kBlue);
 }
 
 TEST_P(X11WindowImagesTest, NoWindowIsHiddenAndShownAgainForItsPicture) {
