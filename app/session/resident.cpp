@@ -58,6 +58,7 @@ public:
         const int status = runLoop_.run();
         if (status != kServerGone) application_.delegate().applicationWillTerminate();
         desktop_.tap().stop();
+        runLoop_.finishBackground();
         desktop_.closeRecords();
         return status;
     }

@@ -124,6 +124,12 @@ std::unique_ptr<ReadableWatch> QtRunLoop::watchReadable(int fd, Task handler) {
 
 int QtRunLoop::run() { return QCoreApplication::exec(); }
 
+void QtRunLoop::finishBackground() {
+    constexpr int kLookMs = 5;
+    impl_->pool.clear();
+    while (!impl_->pool.waitForDone(kLookMs)) QCoreApplication::processEvents();
+}
+
 void QtRunLoop::quit(int status) {
     post([status] { QCoreApplication::exit(status); });
 }

@@ -40,6 +40,10 @@ public:
     int run();
     /// Ends `run` after the task that is running now. Any thread.
     void quit(int status = 0);
+    /// Returns when no background work runs any more; what has not begun is dropped. To be called
+    /// after `run`, before what the work uses is destroyed: events are handled meanwhile, since
+    /// the work may wait for the main thread.
+    void finishBackground();
 
 private:
     struct Impl;

@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <memory>
 #include <string>
 #include <thread>
@@ -34,6 +35,21 @@ TEST_F(QtRunLoopTest, RunsPostedTasksInOrder) {
     loop.post([this] { loop.quit(); });
     run();
     EXPECT_EQ(order, (std::vector{0, 1, 2}));
+}
+
+TEST_F(QtRunLoopTest, FinishesWorkThatWaitsForTheMainThread) {
+    std::promise<void> begun;
+    std::atomic<bool> isDone = false;
+    loop.background([&] {
+        begun.set_value();
+        std::promise<void> answered;
+        loop.post([&answered] { answered.set_value(); });
+        answered.get_future().wait();
+        isDone = true;
+    });
+    begun.get_future().wait();
+    loop.finishBackground();
+    EXPECT_TRUE(isDone);
 }
 
 TEST_F(QtRunLoopTest, KeepsTheOrderOfEachPostingThread) {

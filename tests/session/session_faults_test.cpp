@@ -180,6 +180,14 @@ TEST_F(SessionFaults, AStoppedWindowManagerHoldsKeysUpForItsLimitAtMost) {
     EXPECT_TRUE(eventually([this] { return frame(); }, Field(&WindowFrame::x, Lt(10))));
 }
 
+TEST_F(SessionFaults, AnEndInTheMiddleOfScriptsIsAnEndInGoodOrder) {
+    for (int round = 0; round < 5; ++round) {
+        for (const char* key : {"l", "d", "l", "d"}) win(key);
+        ASSERT_TRUE(orvel_->stop().success()) << orvel_->process().err().text();
+        orvel_.emplace(ORVEL_PROGRAM, environment(), std::vector<std::string>{"--dry-run-power"});
+    }
+}
+
 /// A server that nobody but its applications is connected to, so that it can be taken away.
 class OwnServer {
 public:
