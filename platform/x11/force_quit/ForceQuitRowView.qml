@@ -31,7 +31,8 @@ Rectangle {
         height: 24
         anchors.verticalCenter: parent.verticalCenter
         source: row.iconSource
-        sourceSize: Qt.size(24, 24)
+        sourceSize.width: 24
+        sourceSize.height: 24
         fillMode: Image.PreserveAspectFit
     }
     PlainText {
