@@ -154,13 +154,13 @@ TEST_F(SessionFaults, AStoppedApplicationInFrontHoldsNoKeyUp) {
     probe_->process().signal(SIGSTOP);
     const auto stopped = medianKeyTime();
     // Room for a busy machine; a wait for the application would take tenths of a second.
-    EXPECT_LT(stopped, 3 * usual + milliseconds(20));
+    EXPECT_LT(stopped, 3 * usual + milliseconds(100));
     win("Left");
-    EXPECT_LT(keyTime("j"), milliseconds(1000));
+    EXPECT_LT(keyTime("j"), milliseconds(1500));
     expectSnappedLeft();
     for (const char* key : {"Up", "Down"}) {
         win(key);
-        EXPECT_LT(keyTime("j"), milliseconds(1000));
+        EXPECT_LT(keyTime("j"), milliseconds(1500));
     }
     probe_->process().signal(SIGCONT);
     EXPECT_TRUE(rig::isVisible(desktop_.x(), window));
@@ -170,9 +170,9 @@ TEST_F(SessionFaults, AStoppedWindowManagerHoldsKeysUpForItsLimitAtMost) {
     windowManager().process().signal(SIGSTOP);
     for (int each = 0; each < 5; ++each) {
         win("Left");
-        EXPECT_LT(keyTime("j"), milliseconds(1000));
+        EXPECT_LT(keyTime("j"), milliseconds(1500));
     }
-    EXPECT_LT(medianKeyTime(), milliseconds(100));
+    EXPECT_LT(medianKeyTime(), milliseconds(250));
     windowManager().process().signal(SIGCONT);
     expectTyping("after");
     win("Left");
