@@ -32,8 +32,9 @@ public:
     /// Puts the pointer on the icon of the program that has just been started.
     void aim() {
         const rig::WindowFrame icon = tray_.waitForIcon();
+        const rig::ScreenPoint centre{icon.x + icon.width / 2, icon.y + icon.height / 2};
         const rig::ScreenPoint from = desktop_.state().pointer();
-        desktop_.mouse().move(icon.x + icon.width / 2 - from.x, icon.y + icon.height / 2 - from.y);
+        desktop_.mouse().move(centre.x - from.x, centre.y - from.y);
     }
     /// From the click until the panel's header is drawn.
     double secondsToOpen() {

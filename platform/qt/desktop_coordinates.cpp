@@ -28,6 +28,11 @@ QRect toQt(ScreenRect frame) {
             qRound(frame.height)};
 }
 
+QPoint toQt(ScreenPoint point) {
+    const MainScreen main = mainScreen();
+    return {qRound(point.x / main.scale), qRound(main.height - point.y / main.scale)};
+}
+
 ScreenRect fromQt(QRect rect) {
     const MainScreen main = mainScreen();
     const double bottom = main.height - rect.y() - rect.height();

@@ -12,6 +12,7 @@ namespace orvel::qt {
 
 /// The rectangle of that size in Qt's points whose middle of the top edge is that of `frame`.
 QRect toQt(ScreenRect frame);
+QPoint toQt(ScreenPoint point);
 ScreenRect fromQt(QRect rect);
 ScreenPoint fromQt(QPoint point);
 

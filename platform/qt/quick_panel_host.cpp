@@ -59,8 +59,9 @@ public:
 
     void setFrame(ScreenRect frame) override { place(toQt(frame)); }
     void setFrameOrigin(ScreenPoint origin) override {
-        const ScreenRect old = frame();
-        place(toQt({origin.x, origin.y, old.width, old.height}));
+        QRect moved = window().geometry();
+        moved.moveTopLeft(toQt(ScreenPoint{origin.x, origin.y + frame().height}));
+        place(moved);
     }
     void makeKeyAndOrderFront() override {
         show();

@@ -17,9 +17,7 @@ COMPLETE = ("memory",)
 INSTANCES = {"Memory": "memory", "Disk": "x11", "X11": "x11", "Mac": "macos",
              "Layouts": "x11", "Ibus": "x11", "Fcitx": "x11"}
 # Ports that have no suite -> why.
-WITHOUT_SUITE = {
-    "essentials": "which of them there are differs by desktop, and nothing else holds of all alike",
-}
+WITHOUT_SUITE = {}
 # Twins that no instance of their port's suite holds to it: (back end, port) -> why.
 WITHOUT_INSTANCE = {
     ("x11", "haptics"): "no touchpad of an X11 session has a motor that programs can drive",

@@ -8,6 +8,7 @@
 #include "tests/platform/contract/accessibility_permission_contract.hpp"
 #include "tests/platform/contract/app_control_contract.hpp"
 #include "tests/platform/contract/caps_lock_contract.hpp"
+#include "tests/platform/contract/essentials_contract.hpp"
 #include "tests/platform/contract/event_poster_contract.hpp"
 #include "tests/platform/contract/haptics_contract.hpp"
 #include "tests/platform/contract/input_sources_contract.hpp"
@@ -87,6 +88,8 @@ public:
 
     AppControl& control() { return *control_; }
     bool wasAskedToEnd() const { return fake::world().terminations > 0; }
+
+    Essentials& essentials() { return *essentials_; }
 
     CapsLock& capsLock() { return *capsLock_; }
     bool isLocked() const { return fake::world().capsLock.value_or(false); }
@@ -263,6 +266,7 @@ private:
     std::unique_ptr<EventPoster> poster_ = macos::makeEventPoster();
     std::unique_ptr<InputState> input_ = macos::makeInputState();
     std::unique_ptr<EventTap> tap_ = macos::makeEventTap(*poster_, *input_, quiet_);
+    std::unique_ptr<Essentials> essentials_ = macos::makeEssentials(*tap_);
     std::vector<std::int64_t> marks_;
     std::size_t passed_ = 0;
     std::unique_ptr<RunLoop> loop_ = macos::makeRunLoop();
@@ -276,6 +280,7 @@ private:
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, AccessibilityPermissionContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, AppControlContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, CapsLockContract, MacHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EssentialsContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventPosterContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, HapticsContract, MacHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, InputSourcesContract, MacHarness);

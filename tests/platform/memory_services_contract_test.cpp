@@ -3,6 +3,7 @@
 #include "tests/platform/contract/accessibility_permission_contract.hpp"
 #include "tests/platform/contract/app_control_contract.hpp"
 #include "tests/platform/contract/caps_lock_contract.hpp"
+#include "tests/platform/contract/essentials_contract.hpp"
 #include "tests/platform/contract/event_poster_contract.hpp"
 #include "tests/platform/contract/haptics_contract.hpp"
 #include "tests/platform/contract/launcher_contract.hpp"
@@ -35,6 +36,8 @@ public:
 
     AppControl& control() { return desk_.appControl; }
     bool wasAskedToEnd() const { return !effects("terminate").empty(); }
+
+    Essentials& essentials() { return desk_.essentials; }
 
     CapsLock& capsLock() { return desk_.capsLock; }
     bool isLocked() const { return *effects("capsLock").back().asBool(); }
@@ -195,6 +198,7 @@ private:
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AccessibilityPermissionContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AppControlContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CapsLockContract, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EssentialsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EventPosterContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, HapticsContract, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, LauncherContract, MemoryHarness);

@@ -1,8 +1,10 @@
 #include "platform/x11/x11_caps_lock.hpp"
+#include "platform/x11/x11_essentials.hpp"
 #include "platform/x11/x11_event_poster.hpp"
 #include "platform/x11/x11_event_tap.hpp"
 #include "platform/x11/x11_input_state.hpp"
 #include "tests/platform/contract/caps_lock_contract.hpp"
+#include "tests/platform/contract/essentials_contract.hpp"
 #include "tests/platform/contract/event_poster_contract.hpp"
 #include "tests/platform/contract/event_tap_contract.hpp"
 #include "tests/platform/contract/input_state_contract.hpp"
@@ -57,6 +59,8 @@ public:
         }
         settle();
     }
+
+    Essentials& essentials() { return essentials_; }
 
     InputState& state() {
         tapEverything();
@@ -144,11 +148,13 @@ private:
     x11::X11EventTap tap_{hub_};
     x11::X11EventPoster poster_{hub_, services_.runLoop()};
     x11::X11CapsLock capsLock_{hub_};
+    x11::X11Essentials essentials_{hub_, tap_};
     x11::X11InputState inputState_{hub_, services_->server(), services_->screens()};
     std::optional<rig::KeyProbe> probe_;
     std::vector<std::int64_t> marks_;
 };
 
+INSTANTIATE_TYPED_TEST_SUITE_P(X11, EssentialsContract, X11InputHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, EventTapContract, X11InputHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, InputStateContract, X11InputHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, CapsLockContract, X11InputHarness);
