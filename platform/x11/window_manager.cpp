@@ -76,10 +76,7 @@ std::optional<std::string> takeTitle(ServiceConnection& server, const TitleQuest
 }  // namespace
 
 WindowManager::WindowManager(ServiceConnection& server) : server_(server) {
-    barrier_ = xcb_generate_id(server_.raw());
-    xcb_create_window(server_.raw(), XCB_COPY_FROM_PARENT, barrier_, server_.root(), -1, -1, 1, 1,
-                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    server_.selectEvents(barrier_, XCB_EVENT_MASK_PROPERTY_CHANGE);
+    createBarrier();
     server_.selectEvents(server_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     subscriptions_.push_back(
         server_.onEvent(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
@@ -92,6 +89,19 @@ WindowManager::WindowManager(ServiceConnection& server) : server_(server) {
 }
 
 WindowManager::~WindowManager() { xcb_destroy_window(server_.raw(), barrier_); }
+
+void WindowManager::createBarrier() {
+    barrier_ = xcb_generate_id(server_.raw());
+    xcb_create_window(server_.raw(), XCB_COPY_FROM_PARENT, barrier_, server_.root(), -1, -1, 1, 1,
+                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    server_.selectEvents(barrier_, XCB_EVENT_MASK_PROPERTY_CHANGE);
+}
+
+void WindowManager::replaceBarrier() {
+    server_.deselectEvents(barrier_);
+    xcb_destroy_window(server_.raw(), barrier_);
+    createBarrier();
+}
 
 std::string WindowManager::name(Deadline deadline) {
     const auto check = cardinals(server_, server_.root(), "_NET_SUPPORTING_WM_CHECK", deadline);
@@ -162,9 +172,10 @@ bool WindowManager::moveClient(xcb_window_t window, int x, int y, Deadline deadl
     const auto moved = state(window, deadline);
     if (!moved || (moved->client.x == x && moved->client.y == y)) return moved.has_value();
     // Some window managers drop a request for the place they were asked for last, wherever the
-    // window is meanwhile: another place in between makes it news.
-    return sendMoveResize(window, kHasX | kHasY, {x + 1, y, 0, 0}, deadline) &&
-           sendMoveResize(window, kHasX | kHasY, {x, y, 0, 0}, deadline);
+    // window is meanwhile: another place in between makes it news. Nothing is waited for there: a
+    // deadline that passed would leave the window beside its place.
+    tellMoveResize(window, kHasX | kHasY, {x + 1, y, 0, 0});
+    return sendMoveResize(window, kHasX | kHasY, {x, y, 0, 0}, deadline);
 }
 
 bool WindowManager::resizeClient(xcb_window_t window, int width, int height, Deadline deadline) {
@@ -174,12 +185,17 @@ bool WindowManager::resizeClient(xcb_window_t window, int width, int height, Dea
 bool WindowManager::sendMoveResize(xcb_window_t window, std::uint32_t flags, const RootRect& client,
                                    Deadline deadline) {
     if (!supports("_NET_MOVERESIZE_WINDOW")) return false;
+    tellMoveResize(window, flags, client);
+    return waitUntilDecided(window, deadline);
+}
+
+void WindowManager::tellMoveResize(xcb_window_t window, std::uint32_t flags,
+                                   const RootRect& client) {
     tellWindowManager(
         server_, window, "_NET_MOVERESIZE_WINDOW",
         {kStaticGravity | flags | (kFromPager << 12U), static_cast<std::uint32_t>(client.x),
          static_cast<std::uint32_t>(client.y), static_cast<std::uint32_t>(client.width),
          static_cast<std::uint32_t>(client.height)});
-    return waitUntilDecided(window, deadline);
 }
 
 bool WindowManager::removeMaximized(xcb_window_t window, Deadline deadline) {
@@ -263,7 +279,10 @@ bool WindowManager::waitUntilHandled(Deadline deadline) {
     tellWindowManager(server_, barrier_, "_NET_REQUEST_FRAME_EXTENTS", {});
     while (cardinals(server_, barrier_, "_NET_FRAME_EXTENTS", deadline).empty()) {
         server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet)));
-        if (timeLeft(deadline) == Milliseconds::zero() || !server_.isAlive()) return false;
+        if (timeLeft(deadline) > Milliseconds::zero() && server_.isAlive()) continue;
+        // Its late answer must not be taken for the answer to the next question.
+        replaceBarrier();
+        return false;
     }
     return true;
 }

@@ -55,7 +55,8 @@ public:
     [[nodiscard]] std::vector<xcb_window_t> stacking(Deadline deadline);
 
     /// Asks for a client area and waits until the window manager has decided. What it made of
-    /// it: `state`. False when the window is gone or nobody decided in time. Absent parts stay.
+    /// it: `state`. False when the window is gone or nobody decided in time; a window manager that
+    /// is late still gets to the request. Absent parts stay.
     bool moveClient(xcb_window_t window, int x, int y, Deadline deadline);
     bool resizeClient(xcb_window_t window, int width, int height, Deadline deadline);
     bool removeMaximized(xcb_window_t window, Deadline deadline);
@@ -82,13 +83,16 @@ private:
     bool waitUntilHandled(Deadline deadline);
     bool waitUntilQuiet(xcb_window_t window, Deadline deadline);
     bool waitForMinimized(xcb_window_t window, bool wanted, Deadline deadline);
+    void createBarrier();
+    void replaceBarrier();
+    void tellMoveResize(xcb_window_t window, std::uint32_t flags, const RootRect& client);
     bool sendMoveResize(xcb_window_t window, std::uint32_t flags, const RootRect& client,
                         Deadline deadline);
     void readSupported();
 
     ServiceConnection& server_;
     /// Never shown; the window manager writes on it when it has got to our question.
-    xcb_window_t barrier_;
+    xcb_window_t barrier_ = XCB_WINDOW_NONE;
     bool isSupportedKnown_ = false;
     std::set<xcb_atom_t> supported_;
     std::vector<Subscription> subscriptions_;

@@ -10,6 +10,10 @@ namespace {
 
 /// For a call without a budget: long enough for a busy window manager, short enough for people.
 constexpr Milliseconds kCallLimit{300};
+/// What a write may take to learn from the server how its window lies, budget or not. It is the
+/// window manager that may be late: a window whose move was asked for but not its size would stay
+/// half-way.
+constexpr Milliseconds kLookLimit{50};
 
 AxWindow named(std::uint32_t window) { return {std::make_shared<const std::uint32_t>(window)}; }
 
@@ -98,7 +102,7 @@ AxWindowAttributes X11AccessibilityWindows::attributes(const AxWindow& window) c
 
 std::optional<WindowState> X11AccessibilityWindows::movable(std::uint32_t window,
                                                             Deadline deadline) const {
-    auto state = manager_.state(window, deadline);
+    auto state = manager_.state(window, std::max(deadline, deadlineIn(kLookLimit)));
     if (!state || state->isFullscreen) return std::nullopt;
     if (!state->isMaximized) return state;
     // A maximised window stays where it is until it is none.

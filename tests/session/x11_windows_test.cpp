@@ -111,6 +111,31 @@ TEST_P(X11Windows, TheSamePlaceAgainBringsAWindowBackThatWasMovedInBetween) {
     }
 }
 
+TEST_P(X11Windows, AWindowManagerThatIsLateStillPutsAWindowWhereItWasWanted) {
+    auto app = startApp();
+    const auto window = axWindow(app, app.open({}));
+    ASSERT_TRUE(ax().setPosition(window, {100, 60}));
+    auto& windowManager = desktop().windowManager().process();
+    windowManager.signal(SIGSTOP);
+    ax().setBudget(std::chrono::milliseconds(50));
+    const auto begin = Clock::now();
+    EXPECT_FALSE(ax().setPosition(window, {0, 0}));
+    EXPECT_FALSE(ax().setSize(window, {700, 500}));
+    EXPECT_FALSE(ax().setPosition(window, {300, 200}));
+    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(2));
+    ax().setBudget(std::nullopt);
+    windowManager.signal(SIGCONT);
+    EXPECT_TRUE(eventually(
+        *services_, [&] { return ax().attributes(window).size; }, Optional(Size{700, 500})));
+    EXPECT_TRUE(eventually(
+        *services_, [&] { return ax().attributes(window).position; }, Optional(AxPoint{300, 200})));
+    // A question it had no time for leaves no answer that a later one could take for its own.
+    for (const AxPoint place : {AxPoint{20, 30}, AxPoint{400, 100}}) {
+        ASSERT_TRUE(ax().setPosition(window, place));
+        EXPECT_EQ(ax().attributes(window).position, place);
+    }
+}
+
 TEST_P(X11Windows, AMaximisedWindowIsMovedAllTheSame) {
     auto app = startApp();
     const auto id = app.open({.title = "maximised"});
