@@ -129,11 +129,20 @@ TEST_P(X11Windows, AWindowManagerThatIsLateStillPutsAWindowWhereItWasWanted) {
         *services_, [&] { return ax().attributes(window).size; }, Optional(Size{700, 500})));
     EXPECT_TRUE(eventually(
         *services_, [&] { return ax().attributes(window).position; }, Optional(AxPoint{300, 200})));
-    // A question it had no time for leaves no answer that a later one could take for its own.
-    for (const AxPoint place : {AxPoint{20, 30}, AxPoint{400, 100}}) {
-        ASSERT_TRUE(ax().setPosition(window, place));
-        EXPECT_EQ(ax().attributes(window).position, place);
-    }
+}
+
+TEST_P(X11Windows, ALateAnswerIsNotTakenForTheAnswerToTheNextQuestion) {
+    auto app = startApp();
+    const auto window = axWindow(app, app.open({}));
+    auto& windowManager = desktop().windowManager().process();
+    windowManager.signal(SIGSTOP);
+    ax().setBudget(std::chrono::milliseconds(30));
+    for (const double width : {500.0, 520.0, 540.0, 560.0}) ax().setSize(window, {width, 400});
+    windowManager.signal(SIGCONT);
+    ax().setBudget(rig::kPatience);
+    EXPECT_TRUE(ax().setSize(window, {700, 500}));
+    EXPECT_EQ(ax().attributes(window).size, (Size{700, 500}));
+    ax().setBudget(std::nullopt);
 }
 
 TEST_P(X11Windows, AMaximisedWindowIsMovedAllTheSame) {
