@@ -4,6 +4,7 @@
 #include "platform/x11/x11_window_images.hpp"
 
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace orvel::x11 {
@@ -88,7 +89,17 @@ std::vector<ServiceCheck> X11Services::checks() {
             pasteboard_.check(*server_),
             PowerService::check(),
             DockService::check(),
-            X11TextCaret::check()};
+            X11TextCaret::check(),
+            checkForceQuit()};
+}
+
+ServiceCheck X11Services::checkForceQuit() const {
+    const auto program = helperFolder_ / kForceQuit;
+    if (::access(program.c_str(), X_OK) == 0)
+        return {"force quit", true, false, program.string(), {}};
+    return {"force quit", false, false,
+            program.string() + " is not installed: applications that hang cannot be ended",
+            "install " + std::string(kForceQuit) + " beside orvel-session"};
 }
 
 }  // namespace orvel::x11

@@ -89,6 +89,7 @@ private:
 
     void applicationsChanged();
     Result<> showForceQuitDialog();
+    [[nodiscard]] ServiceCheck checkForceQuit() const;
 
     qt::QtRunLoop& runLoop_;
     /// Tasks that are still queued when this object ends do nothing.

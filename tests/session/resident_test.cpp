@@ -108,6 +108,7 @@ TEST_F(ResidentTest, TheDoctorIsContentWithThisDesktop) {
     EXPECT_THAT(doctor->out().text(), HasSubstr("ok       keyboards: kbd0, kbd1\n"));
     EXPECT_THAT(doctor->out().text(), HasSubstr("platform.conf"));
     EXPECT_THAT(doctor->out().text(), HasSubstr("ok       clipboard: changes are noticed"));
+    EXPECT_THAT(doctor->out().text(), HasSubstr("ok       force quit: "));
     EXPECT_THAT(doctor->out().text(), Not(HasSubstr("MISSING")));
 }
 

@@ -28,7 +28,7 @@ orvel_test(resident_test
     SOURCES resident_test.cpp
     LIBS orvel_tap_session orvel_session_test
     LABELS session WHOLE)
-add_dependencies(resident_test orvel orvel-session)
+add_dependencies(resident_test orvel orvel-session orvel-force-quit)
 if(ORVEL_SESSION_TESTS)
     add_test(NAME demo_desktop
         COMMAND demo-desktop --program $<TARGET_FILE:orvel>
