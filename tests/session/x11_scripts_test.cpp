@@ -381,7 +381,9 @@ TEST_F(Scripts, AShellCommandRunsAsItIs) {
     EXPECT_THAT(runTask("/bin/bash", {"-c", "echo out; echo err >&2; exit 3"}), Eq("out\nerr\n"));
 }
 
-TEST_F(Scripts, OpenStartsATerminalInTheFolder) {
+TEST_F(Scripts, OpenStartsTheChosenTerminalInTheFolder) {
+    open({.table = x11::parsePlatformTable(
+              "platform.conf", "[applications]\ncom.apple.Terminal = debian-xterm.desktop\n")});
     const auto where = folder("work 'here' $(id)");
     EXPECT_EQ(runTask("/usr/bin/open", {"-a", "Terminal", where.string()}), "");
     waitForWindow("XTerm");
