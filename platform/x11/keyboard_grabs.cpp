@@ -34,11 +34,13 @@ void KeyboardGrabs::drop(int device) {
 }
 
 void KeyboardGrabs::giveAllBack() {
-    for (const int device : std::exchange(devices_, {})) {
+    const std::set<int> devices = std::exchange(devices_, {});
+    for (const int device : devices) {
         hub_.path().releaseDevice(device);
         ungrabDevice(hub_.session(), device);
     }
     hub_.ledger().releaseAll();
+    if (!devices.empty() && hub_.session().isAlive()) settleCapsLock();
 }
 
 void KeyboardGrabs::synchronise() {

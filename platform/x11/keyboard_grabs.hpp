@@ -20,12 +20,13 @@ public:
     [[nodiscard]] const std::set<int>& devices() const { return devices_; }
     /// The device is gone: its keys come up.
     void drop(int device);
-    /// All keys come up and the keyboards are back in the session.
+    /// All keys come up and the keyboards are back in the session, Caps Lock as it was set.
     void giveAllBack();
 
     /// Brings the locks and the layout of all taken keyboards in line with the session's.
     void synchronise();
-    /// After Caps Lock came up: gives the session the lock that the handler knows or has set.
+    /// After Caps Lock went down or came up: gives the session the lock that the handler knows or
+    /// has set.
     void settleCapsLock();
 
 private:

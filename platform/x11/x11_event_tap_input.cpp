@@ -58,7 +58,9 @@ void X11EventTap::handleKey(int type, const void* data) {
     if (isDown) hub_.state().press(key, code);
     if (chord_.isStruckBy(hub_.state())) return strikePanicChord();
     hub_.path().handle({.key = key, .down = isDown, .isRepeat = (event.flags & XIKeyRepeat) != 0});
-    if (code == key::capsLock && !isDown) keyboards_.settleCapsLock();
+    // The synthetic key turns the lock of the session over, at its press or at its release; what
+    // the server tells of that shall not be taken for the user's wish.
+    if (code == key::capsLock) keyboards_.settleCapsLock();
 }
 
 void X11EventTap::handleButton(int type, const void* data) {

@@ -105,6 +105,19 @@ TEST_F(TapDeathTest, WithoutItsGuardItGetsAnotherOne) {
     expectPlainTyping(probe);
 }
 
+TEST_F(TapDeathTest, ACapsLockThatDiedWithItDoesNotComeBackWithTheNextKey) {
+    KeyProbe probe = startProbe();
+    TapHost tap = startTap();
+    const std::vector<int> guards = tap.guards();
+    ASSERT_EQ(guards.size(), 1U);
+    tap.process().signal(SIGSTOP);
+    keyboard().tap("Caps_Lock");
+    tap.process().signal(SIGKILL);
+    EXPECT_TRUE(eventually([&] { return isRunning(guards.front()); }, false));
+    expectPlainTyping(probe);
+    EXPECT_FALSE(state().capsLock());
+}
+
 TEST_F(TapDeathTest, TheEndOfTheServerEndsItWithAStatusOfItsOwn) {
     rig::ChildProcess server({.arguments = {"Xvfb", "-displayfd", "1", "-nolisten", "tcp"},
                               .environment = desktop().environment()});

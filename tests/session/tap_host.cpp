@@ -4,7 +4,7 @@
 //   tap-host [swallow KEY] [rewrite KEY TO FLAGS] [post KEY TO FLAGS] ...
 //
 // Standard input: "on", "off" (pass everything), "wheel on|off" (reverse it), "post KEY FLAGS",
-// "caps on|off", "quit".
+// "caps on|off", "keepcaps" (sets the lock, as it is told, at each press of Caps Lock), "quit".
 #include "platform/x11/x11_event_path.hpp"
 #include "platform/x11/x11_run_loop.hpp"
 
@@ -46,6 +46,9 @@ public:
                     static_cast<unsigned long>(event.flags), static_cast<long>(event.buttonNumber),
                     static_cast<long>(event.deltaAxis1), event.isAutorepeat ? 1 : 0);
         std::fflush(stdout);
+        if (keepsCaps_ && event.keyCode == key::capsLock) {
+            static_cast<void>(path_.capsLock().set((event.flags & flag::capsLock) != 0));
+        }
         if (!isOn_) return EventVerdict::pass;
         if (event.type == EventType::scrollWheel) return reverse(event);
         const KeyCode key = event.keyCode != 0 || event.buttonNumber == 0
@@ -101,6 +104,7 @@ private:
         if (word == "caps" && line >> setting) {
             static_cast<void>(path_.capsLock().set(setting == "on"));
         }
+        if (word == "keepcaps") keepsCaps_ = true;
         if (word == "wheel" && line >> setting) {
             reversesWheel_ = setting == "on";
             path_.tap().setWheelGrab(reversesWheel_);
@@ -116,6 +120,7 @@ private:
     std::map<KeyCode, Target> posted_;
     bool isOn_ = true;
     bool reversesWheel_ = false;
+    bool keepsCaps_ = false;
     std::string input_;
 };
 

@@ -210,6 +210,45 @@ TEST_F(TapKeysTest, CapsLockSetFromInsideHoldsAndIsTakenBack) {
     EXPECT_TRUE(eventually([&] { return probe.text(); }, std::string("Ab")));
 }
 
+TEST_F(TapKeysTest, CapsLockSetDuringItsOwnPressHoldsAndStaysSoAfterTheEnd) {
+    KeyProbe probe = startProbe();
+    TapHost tap = startTap();
+    tap.tell("keepcaps");
+    for (const bool on : {true, false, true, false}) {
+        SCOPED_TRACE(on);
+        probe.clear();
+        keyboard().press("Caps_Lock");
+        // What the server tells of the press is handled before these keys are.
+        keyboard().type("a");
+        probe.waitForKeys(3);
+        keyboard().release("Caps_Lock");
+        EXPECT_EQ(spelled(probe.waitForKeys(4)).back(), "-Caps_Lock");
+        keyboard().type("b");
+        EXPECT_TRUE(
+            eventually([&] { return probe.text().substr(1); }, std::string(on ? "B" : "b")));
+        EXPECT_EQ(state().capsLock(), on);
+    }
+    tap.quit();
+    keyboard().type("b");
+    EXPECT_FALSE(state().capsLock());
+}
+
+TEST_F(TapKeysTest, CapsLockSetDuringItsOwnPressHoldsWhenTheTapEndsBeforeItsRelease) {
+    KeyProbe probe = startProbe();
+    TapHost tap = startTap();
+    tap.tell("keepcaps");
+    keyboard().press("Caps_Lock");
+    probe.waitForKeys(1);
+    tap.quit();
+    EXPECT_TRUE(eventually([] { return hasTap(desktop().x()); }, false));
+    EXPECT_TRUE(state().capsLock());
+    keyboard().release("Caps_Lock");
+    keyboard().type("a");
+    EXPECT_TRUE(state().capsLock());
+    keyboard().tap("Caps_Lock");
+    EXPECT_TRUE(eventually([] { return state().capsLock(); }, false));
+}
+
 TEST_F(TapKeysTest, TheLayoutInForceDecidesWhatIsTyped) {
     KeyProbe probe = startProbe();
     desktop().server().setLayout("us,de");
