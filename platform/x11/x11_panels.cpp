@@ -62,14 +62,14 @@ QRegion settingsOutline(QSize size) {
     constexpr int arrowHeight = 10;
     constexpr int arrowHalf = 11;
     constexpr int radius = 12;
-    QPainterPath path;
-    path.addRoundedRect(QRectF(0, arrowHeight, size.width(), size.height() - arrowHeight), radius,
+    QPainterPath body;
+    body.addRoundedRect(QRectF(0, arrowHeight, size.width(), size.height() - arrowHeight), radius,
                         radius);
-    const double middle = size.width() / 2.0;
-    path.addPolygon(QPolygonF({{middle - arrowHalf, arrowHeight + 1.0},
-                               {middle, 0},
-                               {middle + arrowHalf, arrowHeight + 1.0}}));
-    return QRegion(path.simplified().toFillPolygon().toPolygon());
+    const int middle = size.width() / 2;
+    const QPolygon arrow({{middle - arrowHalf, arrowHeight + 1},
+                          {middle, 0},
+                          {middle + arrowHalf, arrowHeight + 1}});
+    return QRegion(body.toFillPolygon().toPolygon()).united(arrow);
 }
 
 }  // namespace

@@ -83,6 +83,21 @@ TEST_F(PanelAppearanceTest, WithoutAPortalThePanelIsLight) {
     EXPECT_TRUE(orvel.stop().success());
 }
 
+TEST_F(PanelAppearanceTest, TheArrowGrowsOutOfThePanelWithoutAGap) {
+    constexpr int kMiddle = 175;
+    constexpr int kBelowTip = 3;
+    constexpr int kIntoTheHeader = 20;
+    OrvelProgram orvel = start();
+    EXPECT_TRUE(run({"panel"}).success());
+    EXPECT_TRUE(becomesLight());
+    const auto window = panel();
+    ASSERT_TRUE(window);
+    const rig::Picture line =
+        rig::pictureOf(desktop().x(), *window, kMiddle, kBelowTip, 1, kIntoTheHeader);
+    EXPECT_THAT(line.pixels, testing::Each(testing::Field(&rig::Colour::green, testing::Gt(200))));
+    EXPECT_TRUE(orvel.stop().success());
+}
+
 TEST_F(PanelAppearanceTest, TheOpenPanelFollowsThePortalAtOnce) {
     LooksPortal portal(environment(), 1);
     OrvelProgram orvel = start();
