@@ -90,8 +90,8 @@ public:
 
 private:
     bool isKept(const QWindow& window, const QMouseEvent& press) {
-        monitors_.lastOwnClick_ = static_cast<std::uint32_t>(press.timestamp());
         const EventMask type = maskOfButton(press.button());
+        monitors_.lastOwnClick_ = {type, static_cast<std::uint32_t>(press.timestamp())};
         if (type == 0) return false;
         return !monitors_.deliver(
             MonitorScope::local,
@@ -178,9 +178,8 @@ void X11EventMonitors::drain() {
         if (general->extension != inputOpcode_) continue;
         // Raw presses of keys and of buttons are laid out alike.
         const auto* press = reinterpret_cast<const xcb_input_raw_button_press_event_t*>(general);
-        // The tray may say too late where it put the icon that was just clicked.
-        if (general->event_type == XCB_INPUT_RAW_BUTTON_PRESS && press->time != lastOwnClick_)
-            buttonPressed(maskOfButton(press->detail));
+        if (general->event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+            buttonPressed({maskOfButton(press->detail), press->time});
         if (general->event_type == XCB_INPUT_RAW_KEY_PRESS)
             keyPressed(static_cast<std::uint8_t>(press->detail), press->time);
     }
@@ -188,8 +187,9 @@ void X11EventMonitors::drain() {
     if (xcb_connection_has_error(connection_) != 0) watch_.reset();
 }
 
-void X11EventMonitors::buttonPressed(EventMask type) {
-    if (type == 0) return;
+void X11EventMonitors::buttonPressed(ButtonPress press) {
+    // The tray may say too late where it put the icon that was just clicked.
+    if (press.type == 0 || press == lastOwnClick_) return;
     const QPoint point = QCursor::pos();
     for (const QWindow* window : QGuiApplication::topLevelWindows()) {
         // Qt tells of these itself.
@@ -197,7 +197,7 @@ void X11EventMonitors::buttonPressed(EventMask type) {
     }
     const bool isOurs = sources_.statusButton().contains(point);
     deliver(isOurs ? MonitorScope::local : MonitorScope::global,
-            {.type = type, .keyCode = 0, .window = std::nullopt});
+            {.type = press.type, .keyCode = 0, .window = std::nullopt});
 }
 
 void X11EventMonitors::keyPressed(std::uint8_t keycode, std::uint32_t time) {

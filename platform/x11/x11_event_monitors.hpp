@@ -55,9 +55,15 @@ private:
         bool operator==(const KeyPress&) const = default;
     };
 
+    struct ButtonPress {
+        EventMask type = 0;
+        std::uint32_t time = 0;
+        bool operator==(const ButtonPress&) const = default;
+    };
+
     void selectWhatIsWatched();
     void drain();
-    void buttonPressed(EventMask type);
+    void buttonPressed(ButtonPress press);
     void keyPressed(std::uint8_t keycode, std::uint32_t time);
     /// The key code of a press that nobody was told of yet.
     std::optional<KeyCode> keyDown(std::uint8_t keycode, std::uint32_t time);
@@ -71,8 +77,8 @@ private:
     std::uint8_t inputOpcode_ = 0;
     std::uint32_t selected_ = 0;
     KeyPress lastPress_;
-    /// The server's time of the last button press that Qt told of.
-    std::uint32_t lastOwnClick_ = 0;
+    /// The last button press that Qt told of, by the server's clock.
+    ButtonPress lastOwnClick_;
     std::unique_ptr<qt::ReadableWatch> watch_;
     std::unique_ptr<Filter> filter_;
 };
