@@ -161,9 +161,12 @@ std::optional<std::string> SessionDesktop::frontmost() const {
 
 /// Whatever changed before an event was typed is known when the event is decided.
 void SessionDesktop::catchUp() {
+    // What the settings switch may handle events itself.
+    if (std::exchange(isCatchingUp_, true)) return;
     preferences_.refresh();
     services_->catchUp();
     if (settingsRead_) settingsRead_();
+    isCatchingUp_ = false;
 }
 
 void SessionDesktop::onServerGone(std::function<void()> told) {

@@ -87,6 +87,7 @@ private:
     /// Tasks that are still queued when this object ends do nothing.
     std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
     std::function<void()> settingsRead_;
+    bool isCatchingUp_ = false;
     std::unique_ptr<qt::ReadableWatch> settingsWatch_;
     Desktop ports_;
 };

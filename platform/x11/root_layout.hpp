@@ -26,6 +26,7 @@ RootRect intersection(const RootRect& one, const RootRect& other);
 struct Monitor {
     RootRect area;
     bool isPrimary = false;
+    bool operator==(const Monitor&) const = default;
 };
 
 /// Space at the edges of the root window that a dock or panel reserves (_NET_WM_STRUT_PARTIAL).

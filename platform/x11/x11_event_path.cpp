@@ -43,7 +43,6 @@ X11EventPath::~X11EventPath() {
 }
 
 void X11EventPath::handleInput() {
-    if (beforeInput_) beforeInput_();
     tap_.processEvents();
     if (afterInput_) afterInput_();
 }

@@ -29,8 +29,8 @@ public:
     [[nodiscard]] X11EventPoster& poster() { return poster_; }
     [[nodiscard]] X11CapsLock& capsLock() { return capsLock_; }
 
-    /// Called before the events of each wake-up, to bring everything else up to date.
-    void beforeInput(std::function<void()> called) { beforeInput_ = std::move(called); }
+    /// Called before each event, to bring everything that decides about it up to date.
+    void beforeInput(std::function<void()> called) { tap_.beforeEvent(std::move(called)); }
     /// Called after the events of each wake-up, when what they became is on its way.
     void afterInput(std::function<void()> called) { afterInput_ = std::move(called); }
     /// Called once when the server is gone.
@@ -42,7 +42,6 @@ private:
     void beat();
 
     qt::QtRunLoop& runLoop_;
-    std::function<void()> beforeInput_;
     std::function<void()> afterInput_;
     std::function<void()> serverGone_;
     std::string display_;

@@ -30,6 +30,8 @@ public:
     /// Handles everything that arrived. To be called when the session's file descriptor is
     /// readable, and after requests that wait for an answer on this session.
     void processEvents();
+    /// Called before each event is handled, to bring everything that decides about it up to date.
+    void beforeEvent(std::function<void()> called) { beforeEvent_ = std::move(called); }
     /// Mice with a wheel are taken whole while on, so that their wheel reaches the handler.
     void setWheelGrab(bool on);
     /// Called when Backspace, Escape and Return are struck together: with true after every key is
@@ -59,6 +61,7 @@ private:
     void strikePanicChord();
 
     [[nodiscard]] bool holdsDevices() const;
+    [[nodiscard]] bool hasEvent() const;
 
     InputHub& hub_;
     KeyboardGrabs keyboards_;
@@ -66,6 +69,7 @@ private:
     MasterDevices masters_;
     EventMask mask_ = 0;
     EventHandler handler_;
+    std::function<void()> beforeEvent_;
     PanicChord chord_;
     std::function<void(bool)> panicTold_;
     unsigned long claimWindow_ = 0;

@@ -20,7 +20,11 @@ const XIRawEvent& rawEvent(const void* data) { return *static_cast<const XIRawEv
 
 void X11EventTap::processEvents() {
     Display* display = hub_.session().display();
-    while (hub_.session().isAlive() && XPending(display) > 0) {
+    while (hasEvent()) {
+        // What the desktop told before the server sent this event has arrived by now. The event is
+        // taken only then, since bringing things up to date may handle events as well.
+        if (beforeEvent_) beforeEvent_();
+        if (!hasEvent()) return;
         XEvent event;
         XNextEvent(display, &event);
         if (event.type == hub_.session().keyboardEventType()) handleKeyboardChange(&event);
@@ -32,6 +36,10 @@ void X11EventTap::processEvents() {
         XFreeEventData(display, &event.xcookie);
         hub_.flush();
     }
+}
+
+bool X11EventTap::hasEvent() const {
+    return hub_.session().isAlive() && XPending(hub_.session().display()) > 0;
 }
 
 void X11EventTap::handleInput(int type, void* data) {

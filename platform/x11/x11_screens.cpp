@@ -56,7 +56,9 @@ void X11Screens::watch() {
     subscriptions_.push_back(
         server_.onEvent(XCB_PROPERTY_NOTIFY, [this, workArea](const xcb_generic_event_t& event) {
             const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-            if (notice.window == server_.root() && notice.atom == workArea) refresh();
+            if (notice.window != server_.root() || notice.atom != workArea) return;
+            isWorkAreaOld_ = false;
+            refresh();
         }));
     subscriptions_.push_back(
         server_.onEvent(XCB_CONFIGURE_NOTIFY, [this](const xcb_generic_event_t& event) {
@@ -79,17 +81,25 @@ void X11Screens::watch() {
 
 void X11Screens::refresh() {
     const auto deadline = deadlineIn(kServerLimit);
-    RootState state{root_, readMonitors(deadline), readWorkArea(deadline), readStruts(deadline)};
-    if (!hasRandr_) state.monitors = {{root_, true}};
+    setMonitors(readMonitors(deadline));
+    RootState state{root_, monitors_, readWorkArea(deadline), readStruts(deadline)};
+    if (isWorkAreaOld_) state.workArea.reset();
     layout_ = rootLayout(state);
     screens_.set(layOutScreens(state));
 }
 
+void X11Screens::setMonitors(std::vector<Monitor> monitors) {
+    // A notice of the work area that came before the one of the monitors tells of the old ones.
+    if (!monitors_.empty() && monitors != monitors_) isWorkAreaOld_ = true;
+    monitors_ = std::move(monitors);
+}
+
 std::vector<Monitor> X11Screens::readMonitors(Deadline deadline) {
-    if (!hasRandr_) return {};
+    if (!hasRandr_) return {{root_, true}};
     const auto answer = server_.reply<xcb_randr_get_monitors_reply_t>(
         xcb_randr_get_monitors(server_.raw(), server_.root(), 1), deadline);
-    if (answer == nullptr) return {{root_, true}};
+    if (answer == nullptr)
+        return monitors_.empty() ? std::vector<Monitor>{{root_, true}} : monitors_;
     std::vector<Monitor> monitors;
     for (auto each = xcb_randr_get_monitors_monitors_iterator(answer.get()); each.rem > 0;
          xcb_randr_monitor_info_next(&each)) {

@@ -11,7 +11,8 @@
 namespace orvel::x11 {
 
 /// Monitors from RandR and what docks and panels reserve, renewed by the server's own notices: a
-/// read costs nothing. Without RandR the whole root window is one screen.
+/// read costs nothing. Without RandR the whole root window is one screen. The work area of a window
+/// manager that has not caught up with the monitors counts for nothing.
 class X11Screens final : public Screens {
 public:
     explicit X11Screens(ServiceConnection& server);
@@ -27,6 +28,7 @@ public:
 private:
     void watch();
     void refresh();
+    void setMonitors(std::vector<Monitor> monitors);
     [[nodiscard]] std::vector<Monitor> readMonitors(Deadline deadline);
     [[nodiscard]] std::optional<RootRect> readWorkArea(Deadline deadline);
     [[nodiscard]] std::vector<Strut> readStruts(Deadline deadline);
@@ -34,6 +36,9 @@ private:
     ServiceConnection& server_;
     bool hasRandr_ = false;
     RootRect root_;
+    std::vector<Monitor> monitors_;
+    /// The monitors changed, and the window manager has not said since what is free of them.
+    bool isWorkAreaOld_ = false;
     RootLayout layout_;
     Published<std::vector<Screen>> screens_;
     std::vector<Subscription> subscriptions_;

@@ -6,10 +6,12 @@
 
 #include <X11/Xlib.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 
 namespace orvel::test {
@@ -41,14 +43,17 @@ protected:
         settings[card] = true;
         return settings;
     }
-    /// Whether a client such as the window manager's switcher holds the keyboard.
-    static bool keyboardIsTaken() {
-        Display* display = desktop().x().get();
-        const int outcome = XGrabKeyboard(display, DefaultRootWindow(display), True, GrabModeAsync,
-                                          GrabModeAsync, CurrentTime);
-        if (outcome == GrabSuccess) XUngrabKeyboard(display, CurrentTime);
-        XSync(display, False);
-        return outcome == AlreadyGrabbed;
+    /// How many windows show, those that the window manager draws for itself included.
+    static unsigned shownWindows() {
+        rig::XConnection& x = desktop().x();
+        Window root = None;
+        Window parent = None;
+        Window* list = nullptr;
+        unsigned count = 0;
+        XQueryTree(x.get(), x.root(), &root, &parent, &list, &count);
+        const std::unique_ptr<Window, decltype(&XFree)> owner(list, XFree);
+        return static_cast<unsigned>(std::count_if(
+            list, list + count, [&](Window window) { return rig::isVisible(x, window); }));
     }
     static void win(const char* key) { keyboard().chord({"Super_L", key}); }
 };
@@ -74,16 +79,32 @@ TEST_F(OrvelHabitsTest, WinWithArrowsSnapsAndRestoresARealWindow) {
     EXPECT_TRUE(eventually([&] { return rig::isVisible(desktop().x(), probe.window()); }, false));
 }
 
+TEST_F(OrvelHabitsTest, AWindowSnapsToTheSizeThatTheMonitorHasJustGot) {
+    KeyProbe probe = startProbe();
+    const OrvelProgram orvel = start(withUsualMapping("card_snap"));
+    const auto width = [&] { return rig::frameOf(desktop().x(), probe.window()).width; };
+    const int before = width();
+    for (const int screen : {1280, 1920, 1280, 1920}) {
+        SCOPED_TRACE(screen);
+        desktop().server().resizeMonitor({screen, screen == 1280 ? 800 : 1080});
+        win("Up");
+        EXPECT_TRUE(eventually(width, AllOf(testing::Ge(screen - 20), testing::Le(screen))));
+        win("Down");
+        EXPECT_TRUE(eventually(width, before));
+    }
+}
+
 TEST_F(OrvelHabitsTest, AltWithTabBringsTheOtherWindowInFront) {
     KeyProbe behind = startProbe();
     KeyProbe inFront(environment(), desktop().x(), {.title = "in front"});
     const OrvelProgram orvel = start({{"card_tab", true}});
     const auto active = [] { return rig::activeWindow(desktop().x()); };
     ASSERT_TRUE(eventually(active, testing::Optional(inFront.window())));
+    const unsigned before = shownWindows();
     keyboard().press("Alt_L");
     keyboard().press("Tab");
-    // A switcher that has not taken the keyboard yet would miss the release that ends it.
-    EXPECT_TRUE(eventually(keyboardIsTaken, true));
+    // A switcher that does not show yet would miss the release that ends it.
+    EXPECT_TRUE(eventually(shownWindows, testing::Gt(before)));
     keyboard().release("Tab");
     keyboard().release("Alt_L");
     EXPECT_TRUE(eventually(active, testing::Optional(behind.window())));
