@@ -114,6 +114,7 @@ test_packages=(
     ibus
     ibus-chewing
     imagemagick
+    libatk-adaptor
     libatspi2.0-dev
     libglib2.0-bin
     mousepad
