@@ -123,13 +123,14 @@ void X11EventTap::selectChanges() {
                           XkbModifierLockMask | XkbGroupLockMask);
 }
 
-/// Raw events tell of keys also while no device is taken.
+/// Raw events tell of keys also while no device is taken. From the return on the server tells them.
 void X11EventTap::watchRawKeys(bool on) {
     Display* display = hub_.session().display();
     EventSet raw(XIAllDevices, on ? std::initializer_list<int>{XI_HierarchyChanged, XI_RawKeyPress,
                                                                XI_RawKeyRelease}
                                   : std::initializer_list<int>{XI_HierarchyChanged});
     XISelectEvents(display, hub_.session().root(), raw.mask(), 1);
+    if (hub_.session().isAlive()) XSync(display, False);
 }
 
 void X11EventTap::strikePanicChord() {

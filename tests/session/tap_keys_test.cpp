@@ -289,7 +289,7 @@ TEST_F(TapKeysTest, ThePanicChordGivesTheKeyboardBackUntilItIsStruckAgain) {
     EXPECT_THAT(spelled(probe.waitForKeys(2)), ElementsAre("+f", "-f"));
     EXPECT_EQ(probe.keys().front().source, keyboard().id());
     keyboard().chord({"BackSpace", "Escape", "Return"});
-    ASSERT_TRUE(tap.process().out().waitForText("taken again"));
+    ASSERT_TRUE(tap.process().out().waitForText("taken again")) << tap.process().err().text();
     EXPECT_TRUE(eventually([] { return state().keysDown(); }, IsEmpty()));
     probe.clear();
     keyboard().type("fa");
