@@ -3,6 +3,7 @@
 #include "app/application.hpp"
 #include "app/mac/mac_recording.hpp"
 #include "platform/app_control.hpp"
+#include "platform/macos/mac_attention.hpp"
 #include "platform/macos/mac_desktop.hpp"
 #include "platform/macos/mac_end_signals.hpp"
 #include "platform/macos/mac_observation.hpp"
@@ -69,6 +70,7 @@ private:
                       application_.engine().isPaused().get());
     }
 
+    macos::Attention attention_;
     std::unique_ptr<macos::MacDesktop> desktop_;
     std::unique_ptr<MacRecording> recording_;
     Desktop ports_;

@@ -45,6 +45,16 @@ std::map<fake::Center, NSNotificationCenter*> centers;
     if (deliversImmediately) [self postNotificationName:name object:object userInfo:userInfo];
 }
 @end
+@implementation NSProcessInfo (MissingHere)
+- (id)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason {
+    NSNumber* activity = [NSNumber numberWithUnsignedLongLong:options];
+    world().activities.push_back(options);
+    return activity;
+}
+- (void)endActivity:(id)activity {
+    std::erase(world().activities, [activity unsignedLongLongValue]);
+}
+@end
 @implementation NSOperationQueue (MissingHere)
 + (NSOperationQueue*)mainQueue {
     return nil;

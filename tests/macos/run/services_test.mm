@@ -1,6 +1,7 @@
 #include "platform/app_control.hpp"
 #include "platform/haptics.hpp"
 #include "platform/launcher.hpp"
+#include "platform/macos/mac_attention.hpp"
 #include "platform/macos/mac_factories.hpp"
 #include "platform/macos/mac_status_button.hpp"
 #include "platform/native_menu.hpp"
@@ -22,6 +23,7 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 
 class MacWorkspaceTest : public MacTest {
 protected:
@@ -249,6 +251,15 @@ TEST_F(MacSmallPortsTest, ActivatesAndEndsThisProgram) {
     control->terminate();
     EXPECT_EQ(mac().activations, 1);
     EXPECT_EQ(mac().terminations, 1);
+}
+
+TEST_F(MacSmallPortsTest, KeepsThisProgramFromNappingAndLetsTheMachineSleep) {
+    {
+        const Attention attention;
+        EXPECT_THAT(mac().activities,
+                    ElementsAre(NSActivityUserInitiated & ~NSActivityIdleSystemSleepDisabled));
+    }
+    EXPECT_THAT(mac().activities, IsEmpty());
 }
 
 TEST_F(MacSmallPortsTest, TapsTheMotorOnce) {

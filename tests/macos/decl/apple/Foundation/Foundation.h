@@ -188,6 +188,18 @@ struct AEDesc;
 - (void)waitUntilExit;
 @end
 
+MAC_OPTIONS(unsigned long long, NSActivityOptions){
+    NSActivityIdleSystemSleepDisabled = 1ULL << 20,
+    NSActivityUserInitiated = 0x00FFFFFFULL | NSActivityIdleSystemSleepDisabled,
+    NSActivityUserInitiatedAllowingIdleSystemSleep =
+        NSActivityUserInitiated & ~NSActivityIdleSystemSleepDisabled,
+};
+@interface NSProcessInfo : NSObject
+@property(class, readonly) NSProcessInfo* processInfo;
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+- (void)endActivity:(id<NSObject>)activity;
+@end
+
 @interface NSBundle : NSObject
 @property(class, readonly) NSBundle* mainBundle;
 @property(readonly, copy) NSString* bundleIdentifier;

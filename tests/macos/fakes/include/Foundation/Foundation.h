@@ -13,6 +13,10 @@ static inline CFTypeRef CFBridgingRetain(id object) { return CFRetain((CFTypeRef
 @interface NSOperationQueue (MissingHere)
 + (NSOperationQueue*)mainQueue;
 @end
+@interface NSProcessInfo (MissingHere)
+- (id)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+- (void)endActivity:(id)activity;
+@end
 struct AEDesc;
 @interface NSAppleEventDescriptor (MissingHere)
 + (NSAppleEventDescriptor*)descriptorWithBundleIdentifier:(NSString*)identifier;
