@@ -71,7 +71,7 @@ private:
     std::unique_ptr<InputSources> inputSources_ = makeInputSources();
     std::unique_ptr<Launcher> launcher_ = makeLauncher(*runLoop_);
     std::unique_ptr<LoginItems> loginItems_ = makeLoginItems();
-    std::unique_ptr<NativeMenus> nativeMenus_ = makeNativeMenus(statusButton_, *runLoop_);
+    std::unique_ptr<NativeMenus> nativeMenus_ = makeNativeMenus(statusButton_);
     std::unique_ptr<Notifications> notifications_ = makeNotifications();
     std::unique_ptr<Pasteboard> pasteboard_ = makePasteboard();
     std::unique_ptr<PreferenceStore> preferenceStore_ = makePreferenceStore();

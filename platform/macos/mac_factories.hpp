@@ -26,7 +26,7 @@ std::unique_ptr<Launcher> makeLauncher(RunLoop& runLoop);
 /// `keepsTrace`: the user asked for the debug trace file.
 std::unique_ptr<Log> makeLog(bool keepsTrace);
 std::unique_ptr<LoginItems> makeLoginItems();
-std::unique_ptr<NativeMenus> makeNativeMenus(const StatusButton& button, RunLoop& runLoop);
+std::unique_ptr<NativeMenus> makeNativeMenus(const StatusButton& button);
 std::unique_ptr<Notifications> makeNotifications();
 std::unique_ptr<Panels> makePanels(PanelContents& contents);
 std::unique_ptr<Pasteboard> makePasteboard();

@@ -5,7 +5,7 @@
 #include "platform/macos/mac_panel_windows.hpp"
 #include "platform/macos/mac_status_button.hpp"
 #include "platform/macos/mac_text.hpp"
-#include "platform/run_loop.hpp"
+#include "platform/macos/mac_timer.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -48,14 +48,15 @@ NSPoint inView(NSView* view, LocalPoint point) {
 
 class MacNativeMenus final : public NativeMenus {
 public:
-    MacNativeMenus(const StatusButton& button, RunLoop& runLoop)
-        : button_(button), runLoop_(runLoop) {}
+    explicit MacNativeMenus(const StatusButton& button) : button_(button) {}
 
     void popUp(NativeMenu menu, MenuPlace place, std::function<void(std::size_t)> chosen) override {
-        // The system's own call returns when the menu is gone; nobody shall wait for that.
-        runLoop_.post([this, menu = std::move(menu), place, chosen = std::move(chosen)] {
-            track(menu, place, chosen);
-        });
+        // The system's own call returns when the menu is gone; nobody shall wait for that. Nor may
+        // a block of the main queue make it: until such a block returns, no other one runs.
+        opening_ = startTimer(Duration::zero(), Duration::zero(),
+                              [this, menu = std::move(menu), place, chosen = std::move(chosen)] {
+                                  track(menu, place, chosen);
+                              });
     }
 
 private:
@@ -78,13 +79,13 @@ private:
     }
 
     const StatusButton& button_;
-    RunLoop& runLoop_;
+    std::unique_ptr<Timer> opening_;
 };
 
 }  // namespace
 
-std::unique_ptr<NativeMenus> makeNativeMenus(const StatusButton& button, RunLoop& runLoop) {
-    return std::make_unique<MacNativeMenus>(button, runLoop);
+std::unique_ptr<NativeMenus> makeNativeMenus(const StatusButton& button) {
+    return std::make_unique<MacNativeMenus>(button);
 }
 
 }  // namespace orvel::macos

@@ -225,7 +225,7 @@ private:
     std::unique_ptr<EventMonitors> monitors_ = macos::makeEventMonitors();
     std::unique_ptr<Notifications> notifications_ = macos::makeNotifications();
     std::unique_ptr<StatusBar> statusBar_ = macos::makeStatusBar(statusButton_);
-    std::unique_ptr<NativeMenus> menus_ = macos::makeNativeMenus(statusButton_, *loop_);
+    std::unique_ptr<NativeMenus> menus_ = macos::makeNativeMenus(statusButton_);
     int lastPid_ = 100;
 };
 

@@ -277,6 +277,7 @@ NSAppearanceName const NSAppearanceNameDarkAqua = @"NSAppearanceNameDarkAqua";
                                 .isChecked = shown.state == NSControlStateValueOn});
     }
     world().menus.push_back(popped);
+    if (world().whileAMenuIsOpen) world().whileAMenuIsOpen();
     for (NSMenuItem* shown in _items) {
         if (world().chosenTitle.empty() || fake::bytes(shown->_itemTitle) != world().chosenTitle) {
             continue;

@@ -229,6 +229,7 @@ struct World {
     double statusItemX = 1000, statusItemY = 875;
     std::vector<PoppedMenu> menus;
     std::string chosenTitle;  ///< what the person picks in the next menu; empty: nothing
+    std::function<void()> whileAMenuIsOpen;
     int monitors = 0;
     int activations = 0, terminations = 0;
     std::vector<std::uint64_t> activities;  ///< options of those that go on

@@ -86,7 +86,11 @@ void fire(FakeTimer* timer) {
     [timer release];
 }
 
+bool isInBlockOfMainQueue = false;
+
 bool runNextBlock() {
+    // A block that runs the run loop once more keeps the others waiting, as on a Mac.
+    if (isInBlockOfMainQueue) return false;
     dispatch_block_t block = nil;
     {
         const std::lock_guard lock(mutex);
@@ -98,7 +102,9 @@ bool runNextBlock() {
         block = mainQueue.front();
         mainQueue.pop_front();
     }
+    isInBlockOfMainQueue = true;
     block();
+    isInBlockOfMainQueue = false;
     [(id)block release];
     return true;
 }

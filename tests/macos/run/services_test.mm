@@ -176,7 +176,7 @@ protected:
     StatusButton button;
     std::unique_ptr<RunLoop> loop = makeRunLoop();
     std::unique_ptr<StatusBar> bar = makeStatusBar(button);
-    std::unique_ptr<NativeMenus> menus = makeNativeMenus(button, *loop);
+    std::unique_ptr<NativeMenus> menus = makeNativeMenus(button);
     const StatusItemSpec spec{.image = "MenuBarIcon",
                               .fallbackSymbol = "keyboard.macwindow",
                               .fallbackDescription = "Orvel System"};
@@ -223,6 +223,19 @@ TEST_F(MacStatusBarTest, PopsUpAMenuBelowItsButton) {
     EXPECT_TRUE(shown.items[0].isChecked);
     EXPECT_TRUE(shown.items[1].isSeparator);
     EXPECT_EQ(shown.items[2].key, "q");
+}
+
+TEST_F(MacStatusBarTest, WorkThatIsQueuedGoesOnWhileAMenuIsOpen) {
+    bar->createItem(spec, [](const StatusItemClick&) {});
+    bool hasRun = false, hasRunMeanwhile = false;
+    mac().whileAMenuIsOpen = [&] {
+        loop->post([&] { hasRun = true; });
+        fake::runDue(fake::Mode::tracking);
+        hasRunMeanwhile = hasRun;
+    };
+    loop->post([&] { menus->popUp({.id = "statusItem"}, {}, [](std::size_t) {}); });
+    fake::runDue();
+    EXPECT_TRUE(hasRunMeanwhile);
 }
 
 using MacSmallPortsTest = MacTest;
