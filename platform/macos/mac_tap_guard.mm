@@ -11,6 +11,9 @@ namespace {
 constexpr Duration kLookInterval = std::chrono::milliseconds(500);
 constexpr int kLooksUntilSecureInputStays = 60;
 
+/// Something that takes the permission: a tap that wants nothing of the kind is given to anybody.
+constexpr CGEventMask kProbeMask = CGEventMaskBit(kCGEventKeyDown);
+
 CGEventRef passOn(CGEventTapProxy, CGEventType, CGEventRef event, void*) { return event; }
 
 }  // namespace
@@ -21,9 +24,9 @@ TapGuard::TapGuard(std::function<void(TapChange, const SessionState&)> told)
       notices_([this] { look(true); }) {}
 
 bool TapGuard::canTap() {
-    const CfRef<CFMachPortRef> probe(
-        CGEventTapCreate(kCGSessionEventTap, kCGTailAppendEventTap, kCGEventTapOptionDefault,
-                         CGEventMaskBit(kCGEventNull), passOn, nullptr));
+    const CfRef<CFMachPortRef> probe(CGEventTapCreate(kCGSessionEventTap, kCGTailAppendEventTap,
+                                                      kCGEventTapOptionDefault, kProbeMask, passOn,
+                                                      nullptr));
     if (probe) CFMachPortInvalidate(probe.get());
     return static_cast<bool>(probe);
 }

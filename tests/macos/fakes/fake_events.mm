@@ -151,7 +151,8 @@ bool CGPreflightPostEventAccess(void) {
 CFMachPortRef CGEventTapCreate(CGEventTapLocation location, CGEventTapPlacement placement,
                                CGEventTapOptions options, CGEventMask mask,
                                CGEventTapCallBack callBack, void* userInfo) {
-    if (!world().session.isTrusted) return nullptr;
+    // The wish for keys takes the permission, and a tap that is left with no wish is not made.
+    if (!world().session.isTrusted && (mask & CGEventMaskBit(kCGEventKeyDown)) != 0) return nullptr;
     FakeTap* tap = [[FakeTap new] autorelease];
     tap->_info = {.location = static_cast<int>(location),
                   .placement = static_cast<int>(placement),
