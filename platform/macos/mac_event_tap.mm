@@ -183,7 +183,12 @@ CGEventRef MacEventTap::receive(CGEventTapProxy, CGEventType type, CGEventRef ev
         tap.wasSwitchedOff();
         return event;
     }
-    return (tap.request_.mask & CGEventMaskBit(type)) != 0 ? tap.decide(type, event) : event;
+    if ((tap.request_.mask & CGEventMaskBit(type)) == 0) return event;
+    // The run loop empties its own pool only for events of the application, which may not come for
+    // hours.
+    @autoreleasepool {
+        return tap.decide(type, event);
+    }
 }
 
 }  // namespace
