@@ -1,5 +1,7 @@
 #include "app/cli/session_command.hpp"
 
+#include "app/cli/wrong_use.hpp"
+
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
@@ -62,7 +64,8 @@ int runSessionCommand(const std::vector<std::string>& arguments, SessionProgram&
         const auto argv = pointers(arguments);
         app.parse(static_cast<int>(argv.size()), argv.data());
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : session::kWrongUse;
+        if (error.get_exit_code() == 0) return app.exit(error);  // Help.
+        return refuseWrongUse(app, error, {arguments.begin() + 1, arguments.end()});
     }
     if (panel->parsed()) return program.openPanel();
     if (record->parsed() && !mayRecordKeys) return refuseSilentRecording();
