@@ -2,7 +2,9 @@
 
 #include "platform/accessibility_windows.hpp"
 #include "platform/command_line.hpp"
+#include "platform/run_loop.hpp"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -22,7 +24,12 @@ public:
     void update(bool isOn, bool isPaused);
 
 private:
+    void write() const;
+
     std::string path_;
+    bool isOn_ = false;
+    bool isPaused_ = false;
+    std::unique_ptr<Timer> renewal_;
 };
 
 /// Absent when no program wrote a note, or when the one that did has ended.

@@ -3,6 +3,7 @@
 #include "platform/base/json.hpp"
 #include "platform/macos/mac_file_replacement.hpp"
 #include "platform/macos/mac_text.hpp"
+#include "platform/macos/mac_timer.hpp"
 #include "platform/macos/mac_user_defaults.hpp"
 
 #import <Foundation/Foundation.h>
@@ -16,6 +17,9 @@
 namespace orvel::macos {
 
 namespace {
+
+/// The system sweeps what nobody touched for three days out of the temporary folder.
+constexpr Duration kRenewalInterval = std::chrono::hours(12);
 
 std::string notePath() {
     @autoreleasepool {
@@ -52,16 +56,26 @@ bool isTrue(const Json* value) {
 
 }  // namespace
 
-RunningNote::RunningNote() : path_(notePath()) { update(false, false); }
+RunningNote::RunningNote()
+    : path_(notePath()),
+      renewal_(startTimer(kRenewalInterval, kRenewalInterval, [this] { write(); })) {
+    write();
+}
 
 RunningNote::~RunningNote() { ::unlink(path_.c_str()); }
 
 void RunningNote::update(bool isOn, bool isPaused) {
+    isOn_ = isOn;
+    isPaused_ = isPaused;
+    write();
+}
+
+void RunningNote::write() const {
     JsonWriter json;
     json.beginObject()
         .member("pid", static_cast<std::int64_t>(::getpid()))
-        .member("isOn", isOn)
-        .member("isPaused", isPaused)
+        .member("isOn", isOn_)
+        .member("isPaused", isPaused_)
         .endObject();
     const std::string& text = json.text();
     static_cast<void>(replaceFile(path_, std::as_bytes(std::span(text))));

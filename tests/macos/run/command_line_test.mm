@@ -211,6 +211,18 @@ TEST_F(MacCommandLineTest, KnowsTheRunningProgramByItsNote) {
     EXPECT_THAT(line.runningEngines(), IsEmpty());
 }
 
+TEST_F(MacCommandLineTest, TheNoteOutlivesASweepOfTheTemporaryFolder) {
+    RunningNote note;
+    note.update(true, true);
+    for (const auto& entry : std::filesystem::directory_iterator(getenv("HOME"))) {
+        if (entry.path().extension() == ".running") std::filesystem::remove(entry);
+    }
+    ASSERT_THAT(line.runningEngines(), IsEmpty());
+    fake::advance(std::chrono::hours(12));
+    ASSERT_THAT(line.runningEngines(), SizeIs(1));
+    EXPECT_TRUE(line.runningEngines().front().isPaused);
+}
+
 class MacSettingsRequestsTest : public MacTest {};
 
 TEST_F(MacSettingsRequestsTest, HearsCommandsAndAPersonWhoOpensTheProgramAgain) {
