@@ -8,8 +8,9 @@ namespace orvel::macos {
 
 EndSignals::EndSignals(std::function<void()> asked) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        // The usual action would come first.
-        std::signal(signal, SIG_IGN);
+        // The usual action would come first. What is ignored stays so in programs that this one
+        // starts; a handler does not.
+        std::signal(signal, [](int) {});
         dispatch_source_t source =
             dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(signal), 0,
                                    dispatch_get_main_queue());

@@ -252,6 +252,14 @@ TEST_F(MacEndSignalsTest, AsksToEndOnTheMainThread) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) std::signal(signal, SIG_DFL);
 }
 
+TEST_F(MacEndSignalsTest, LeavesTheSignalsOfProgramsThatAreStartedAsTheyWere) {
+    const EndSignals signals([] {});
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        // Ignoring is what a new program inherits.
+        EXPECT_NE(std::signal(signal, SIG_DFL), SIG_IGN);
+    }
+}
+
 class MacPowerDryRunTest : public ::testing::Test {
 protected:
     struct Scripts final : ScriptRunner {
