@@ -233,7 +233,7 @@ struct World {
     int monitors = 0;
     int activations = 0, terminations = 0;
     std::vector<std::uint64_t> activities;  ///< options of those that go on
-    std::vector<std::string> broadcasts;  ///< told to every program of the session at once
+    std::vector<std::string> broadcasts;    ///< told to every program of the session at once
 };
 World& world();
 
