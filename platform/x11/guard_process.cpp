@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <fstream>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -28,10 +29,34 @@ namespace {
 constexpr char kBeat = '.';
 constexpr char kFarewell = 'q';
 
+/// How long the main thread of a process has waited for a processor since it was last asked about;
+/// nothing where the kernel does not tell.
+class ProcessorWait {
+public:
+    explicit ProcessorWait(pid_t process)
+        : path_("/proc/" + std::to_string(process) + "/schedstat"), last_(total()) {}
+
+    Heartbeat::Time sinceLast() {
+        const Heartbeat::Time now = total();
+        return now - std::exchange(last_, now);
+    }
+
+private:
+    [[nodiscard]] Heartbeat::Time total() const {
+        std::ifstream file(path_);
+        Heartbeat::Time::rep ran = 0;
+        Heartbeat::Time::rep waited = 0;
+        return file >> ran >> waited ? Heartbeat::Time(waited) : Heartbeat::Time::zero();
+    }
+
+    std::string path_;
+    Heartbeat::Time last_;
+};
+
 /// What the guard waits for, in its own process.
 class Watch {
 public:
-    Watch(int pipe, int parent) : pipe_(pipe), parent_(parent) {}
+    Watch(int pipe, int parent) : pipe_(pipe), parent_(parent), processorWait_(::getppid()) {}
 
     /// Returns when the watched process ended or hangs; false when it ended in good order.
     bool waitForTrouble() {
@@ -45,7 +70,8 @@ private:
     void listen() {
         pollfd readable{pipe_, POLLIN, 0};
         const int ready = ::poll(&readable, 1, static_cast<int>(kSilenceSlice.count()));
-        if (ready == 0) return heartbeat_.silentSlice();
+        const Heartbeat::Time waited = processorWait_.sinceLast();
+        if (ready == 0) return heartbeat_.silentSlice(waited);
         if (ready < 0) return;
         char bytes[64];
         const ssize_t count = ::read(pipe_, bytes, sizeof bytes);
@@ -58,6 +84,7 @@ private:
 
     int pipe_;
     int parent_;
+    ProcessorWait processorWait_;
     Heartbeat heartbeat_;
     bool hasEnded_ = false;
     bool isFarewell_ = false;

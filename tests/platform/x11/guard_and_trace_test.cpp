@@ -17,20 +17,36 @@ namespace {
 
 using test::eventually;
 
+constexpr Heartbeat::Time kNothing{0};
+
+int silentSlicesUntilStopped(Heartbeat heart, Heartbeat::Time waitedInEach) {
+    int slices = 0;
+    for (; !heart.hasStopped() && slices < 100; ++slices) heart.silentSlice(waitedInEach);
+    return slices;
+}
+
 TEST(Heartbeat, StopsOnlyAfterSeveralSilentSlicesInARow) {
     Heartbeat heart;
-    for (int slice = 1; slice < kSilentSlicesOfTheDead; ++slice) heart.silentSlice();
-    EXPECT_FALSE(heart.hasStopped());
+    EXPECT_EQ(silentSlicesUntilStopped(heart, kNothing), 3);
+    heart.silentSlice(kNothing);
+    heart.silentSlice(kNothing);
     heart.beat();
-    for (int slice = 1; slice < kSilentSlicesOfTheDead; ++slice) heart.silentSlice();
-    EXPECT_FALSE(heart.hasStopped()) << "a beat in between begins anew";
-    heart.silentSlice();
-    EXPECT_TRUE(heart.hasStopped());
+    EXPECT_EQ(silentSlicesUntilStopped(heart, kNothing), 3) << "a beat in between begins anew";
 }
 
 TEST(Heartbeat, AHangIsNoticedWithinTwoSecondsAndABusyMomentIsNone) {
-    EXPECT_LE(kSilenceSlice * kSilentSlicesOfTheDead, std::chrono::seconds(2));
+    EXPECT_LE(kSilenceSlice * silentSlicesUntilStopped({}, kNothing), std::chrono::seconds(2));
     EXPECT_GT(kSilenceSlice, kHeartbeatInterval);
+}
+
+TEST(Heartbeat, AProcessThatGetsNoProcessorIsGivenTheTimeThatItLost) {
+    EXPECT_EQ(silentSlicesUntilStopped({}, kSilenceSlice / 2), 6);
+    Heartbeat starved;
+    for (int slice = 0; slice < 100; ++slice) starved.silentSlice(kSilenceSlice);
+    EXPECT_FALSE(starved.hasStopped());
+    // The kernel counts a wait when it is over, which may be in a later slice.
+    starved.silentSlice(kSilenceSlice * 2);
+    EXPECT_EQ(silentSlicesUntilStopped(starved, kNothing), 3);
 }
 
 bool isThere(int process) {
