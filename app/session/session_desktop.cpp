@@ -54,6 +54,8 @@ Result<std::unique_ptr<SessionDesktop>> SessionDesktop::open(qt::QtRunLoop& runL
     const x11::FnKey fn = x11::readFnKey(table);
     desktop->input_->hub().setFnKey(fn.name);
     desktop->input_->hub().setTranslator(desktop->services_->shortcutTranslator());
+    desktop->services_->inputSources().onEngineSelected(
+        [&path = desktop->input_->hub().path()] { path.claimTap(); });
     for (const auto& errors : {desktop->services_->tableErrors(), fn.errors}) {
         for (const std::string& error : errors) desktop->log_->line("⚠️ " + error);
     }

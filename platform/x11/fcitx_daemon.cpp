@@ -15,11 +15,6 @@ constexpr const char* kController = "org.fcitx.Fcitx.Controller1";
 constexpr std::string_view kPrefix = "fcitx:";
 constexpr std::string_view kLayoutPrefix = "keyboard-";
 
-/// By its own default Fcitx switches by itself when it sees the tap of Shift that makes us switch.
-/// It is given the time for that before it is told where to be, and looked at once more after.
-constexpr std::chrono::milliseconds kOwnSwitch{40};
-constexpr std::chrono::milliseconds kLateOwnSwitch{120};
-
 /// "keyboard-de-nodeadkeys" is a layout with a variant; what is no layout composes.
 bool isAsciiCapable(std::string_view name, std::string_view language) {
     if (!name.starts_with(kLayoutPrefix)) return language == "en";
@@ -41,7 +36,6 @@ FcitxDaemon::FcitxDaemon(const BusConnection& session, InputMethodBoard& board)
           session, kName, [this](const std::string&) { appeared(); },
           [this] {
               peer_.reset();
-              timer_.reset();
               carriedOut_ = asked_;
               board_.setPresence(DaemonKind::fcitx, DaemonPresence::absent);
           }) {}
@@ -137,28 +131,14 @@ void FcitxDaemon::select(const EngineSelection& selection) {
         carriedOut_ = asked_;
         return;
     }
-    wanted_ = selection.engine;
-    timer_ = std::make_unique<GioTimer>(kOwnSwitch, [this] {
-        switchToWanted();
-        timer_ = std::make_unique<GioTimer>(kLateOwnSwitch, [this] { lookWhetherItStays(); });
-    });
-}
-
-void FcitxDaemon::switchToWanted() {
-    peer_->call(kController, "SetCurrentIM", g_variant_new("(s)", own(wanted_).c_str()), "()",
-                kSwitchLimit, [](const BusAnswer&) {});
-}
-
-void FcitxDaemon::lookWhetherItStays() {
-    ask("CurrentInputMethod", nullptr, "(s)", [this, number = asked_](GVariant* answer) {
-        if (number != asked_) return;
-        const char* id = nullptr;
-        g_variant_get(answer, "(&s)", &id);
-        // While nothing takes text there is none, and none can be selected.
-        if (*id != '\0' && own(wanted_) != id) switchToWanted();
-        carriedOut_ = asked_;
-        askCurrent();
-    });
+    const std::string engine = own(selection.engine);
+    peer_->call(kController, "SetCurrentIM", g_variant_new("(s)", engine.c_str()), "()",
+                kSwitchLimit, [this, number = selection.number](const BusAnswer&) {
+                    carriedOut_ = number;
+                    askCurrent();
+                });
+    // A daemon that hangs is found out sooner by a plain question.
+    askCurrent();
 }
 
 void FcitxDaemon::refresh() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/x11/bus_peer.hpp"
-#include "platform/x11/gio_timer.hpp"
 #include "platform/x11/input_method_daemon.hpp"
 #include "platform/x11/name_watch.hpp"
 
@@ -28,8 +27,6 @@ private:
     void readNames(GVariant* all);
     void readGroup(GVariant* group);
     void askCurrent();
-    void switchToWanted();
-    void lookWhetherItStays();
 
     const BusConnection& session_;
     InputMethodBoard& board_;
@@ -38,12 +35,10 @@ private:
     /// Selections that were passed on, and those that the daemon has carried out or never will.
     std::uint64_t asked_ = 0;
     std::uint64_t carriedOut_ = 0;
-    std::string wanted_;
     bool isAsking_ = false;
     bool isSilent_ = false;
     std::chrono::steady_clock::time_point lastTry_;
     std::unique_ptr<BusPeer> peer_;
-    std::unique_ptr<GioTimer> timer_;
     NameWatch watch_;
 };
 

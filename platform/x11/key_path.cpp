@@ -36,7 +36,9 @@ void KeyPath::pressModifier(DeviceKey source, KeyCode code) {
     if (code == key::capsLock) state_.setCapsLock(!state_.capsLock());
     Event event{.type = EventType::flagsChanged, .keyCode = code, .flags = state_.flags()};
     const EventVerdict verdict = decide(event);
-    if (verdict == EventVerdict::swallow) return ledger_.swallow(source);
+    // Whoever claims Caps Lock sets the lock of the session without its key.
+    const bool isHidden = isTapClaimed_ && code == key::capsLock;
+    if (verdict == EventVerdict::swallow || isHidden) return ledger_.swallow(source);
     const bool isOther = verdict == EventVerdict::modify && event.keyCode != code;
     ledger_.press(source, isOther ? modifierKeyFor(map_, event.keyCode) : asItself(source, code),
                   {});
@@ -49,6 +51,7 @@ void KeyPath::releaseModifier(DeviceKey source, KeyCode code) {
     if (code != key::capsLock) {
         Event event{.type = EventType::flagsChanged, .keyCode = code, .flags = state_.flags()};
         static_cast<void>(decide(event));
+        if (isTapClaimed_) ledger_.claimTaps();
     }
     ledger_.release(source);
 }
@@ -99,7 +102,8 @@ std::optional<XShortcut> KeyPath::translated(EventVerdict verdict, const Event& 
     return translator_({event.keyCode, event.flags, source});
 }
 
-EventVerdict KeyPath::decide(Event& event) const {
+EventVerdict KeyPath::decide(Event& event) {
+    isTapClaimed_ = false;
     return handler_ ? handler_(event) : EventVerdict::pass;
 }
 

@@ -23,6 +23,9 @@ public:
     /// Asked about every key that the handler rewrote.
     void setTranslator(ShortcutTranslator translator) { translator_ = std::move(translator); }
     void handle(const DeviceKeyEvent& event);
+    /// Called while the handler decides a modifier key that switches an input method: the method
+    /// has meanings of its own for a tap of Shift and for Caps Lock, and shall see neither.
+    void claimTap() { isTapClaimed_ = true; }
     /// The device is gone: its held keys are released, the last one pressed first.
     void releaseDevice(int device);
     /// Notes a key that was held when its device was taken.
@@ -33,7 +36,7 @@ private:
     void releaseModifier(DeviceKey source, KeyCode code);
     void pressKey(DeviceKey source, KeyCode code, bool isRepeat);
     void releaseKey(DeviceKey source, KeyCode code);
-    [[nodiscard]] EventVerdict decide(Event& event) const;
+    [[nodiscard]] EventVerdict decide(Event& event);
     [[nodiscard]] std::optional<XShortcut> translated(EventVerdict verdict, const Event& event,
                                                       KeyCode source) const;
 
@@ -42,6 +45,7 @@ private:
     OutputLedger& ledger_;
     EventHandler handler_;
     ShortcutTranslator translator_;
+    bool isTapClaimed_ = false;
 };
 
 }  // namespace orvel::x11

@@ -34,7 +34,11 @@ void OutputLedger::swallow(DeviceKey source) {
     if (find(source) != nullptr) release(source);
     entries_.push_back({source});
     noteLastPressed(source);
-    forEachKey(heldModifiers(), [this](XKeycode key) { looks_[key].isOurs = true; });
+    claimTaps();
+}
+
+void OutputLedger::claimTaps() {
+    forEachKey(down_, [this](XKeycode key) { looks_[key].isOurs = true; });
 }
 
 void OutputLedger::noteLastPressed(DeviceKey source) {

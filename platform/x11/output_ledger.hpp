@@ -48,6 +48,8 @@ public:
     void beginRelease(DeviceKey source);
     /// Puts up what was put down for `source`; for an unknown one, its own key.
     void release(DeviceKey source);
+    /// The modifiers that are down go up as no taps of the user's own.
+    void claimTaps();
     /// Notes that `source` was held before anything was watched: applications have seen it.
     void adopt(DeviceKey source);
     /// Modifiers held by posted flags: those missing in `modifiers` go up.

@@ -141,7 +141,10 @@ std::vector<InputSource> X11InputSources::selectable() const {
 }
 
 void X11InputSources::select(std::string_view id) {
-    if (methods_.select(id)) return;
+    if (methods_.select(id)) {
+        if (engineSelected_) engineSelected_();
+        return;
+    }
     const auto wanted = std::find_if(groups_.begin(), groups_.end(),
                                      [id](const InputSource& group) { return group.id == id; });
     if (wanted == groups_.end()) return;

@@ -6,7 +6,9 @@
 #include "platform/x11/service_connection.hpp"
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvel::x11 {
@@ -21,6 +23,8 @@ public:
     [[nodiscard]] std::optional<InputSource> current() const override;
     [[nodiscard]] std::vector<InputSource> selectable() const override;
     void select(std::string_view id) override;
+    /// `told` is called while an engine of an input method is selected.
+    void onEngineSelected(std::function<void()> told) { engineSelected_ = std::move(told); }
 
     [[nodiscard]] ServiceCheck check() const;
 
@@ -32,6 +36,7 @@ private:
 
     ServiceConnection& server_;
     InputMethods& methods_;
+    std::function<void()> engineSelected_;
     bool hasKeyboardExtension_ = false;
     std::vector<InputSource> groups_;
     std::size_t group_ = 0;

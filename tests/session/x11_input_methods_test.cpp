@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    InputMethod method_{kind, desktop().environment()};
+    InputMethod method_{kind, desktop().environment(), desktop().x()};
     rig::XtermApp terminal_{desktop().home(), method_.environment(), desktop().x()};
     OpenServices services_{desktop()};
 };
@@ -98,9 +98,13 @@ private:
 class Daemons : public testing::TestWithParam<InputMethod::Kind> {
 protected:
     void startDaemon() {
-        method_ = std::make_unique<InputMethod>(GetParam(), desktop().environment());
+        method_ = std::make_unique<InputMethod>(GetParam(), desktop().environment(), desktop().x());
         terminal_ = std::make_unique<rig::XtermApp>(desktop().home(), method_->environment(),
                                                     desktop().x());
+        // Fcitx has nothing to switch before the terminal takes text.
+        ASSERT_TRUE(eventually(
+            services_, [this] { return method_->current(); },
+            Eq(std::string(InputMethod::english(GetParam())))));
     }
     std::string current() {
         const auto source = services_->inputSources().current();

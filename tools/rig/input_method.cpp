@@ -2,6 +2,8 @@
 
 #include "tools/rig/rig_error.hpp"
 
+#include <X11/Xlib.h>
+
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -39,8 +41,9 @@ std::string withoutNewline(std::string text) {
 
 }  // namespace
 
-InputMethod::InputMethod(Kind kind, const Environment& environment)
+InputMethod::InputMethod(Kind kind, const Environment& environment, XConnection& x)
     : kind_(kind),
+      x_(x),
       environment_(
           merged(environment, {{"XMODIFIERS", kind == Kind::ibus ? "@im=ibus" : "@im=fcitx"},
                                {"GSETTINGS_BACKEND", "keyfile"}})) {
@@ -73,7 +76,7 @@ void InputMethod::start() {
         Command{.arguments = commandOf(kind_), .environment = environment_});
     const auto answers = [this] {
         // Asking Fcitx before it is there would have the bus start another one.
-        if (!isOnBus()) return false;
+        if (!isOnBus() || !servesApplications()) return false;
         try {
             // Until an engine is selected, IBus has none.
             if (kind_ == Kind::ibus) select(english(kind_));
@@ -95,6 +98,12 @@ bool InputMethod::isOnBus() const {
                  "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.NameHasOwner", name},
                 environment_);
     return answer.find("true") != std::string::npos;
+}
+
+/// An application looks for the server of its input method once, when it starts.
+bool InputMethod::servesApplications() const {
+    const auto server = x_.atom(kind_ == Kind::ibus ? "@server=ibus" : "@server=fcitx");
+    return XGetSelectionOwner(x_.get(), server) != 0;
 }
 
 void InputMethod::kill() {

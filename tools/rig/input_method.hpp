@@ -2,6 +2,7 @@
 
 #include "tools/rig/child_process.hpp"
 #include "tools/rig/environment.hpp"
+#include "tools/rig/x_connection.hpp"
 
 #include <memory>
 #include <string>
@@ -23,8 +24,9 @@ public:
     /// Stores which engines the user of IBus has chosen, as its settings window would.
     static void choose(const std::vector<std::string>& engines, const Environment& environment);
 
-    /// Returns when it answers. The environment names a home and a message bus.
-    InputMethod(Kind kind, const Environment& environment);
+    /// Returns when it answers and applications can be typed into through it. The environment names
+    /// a home and a message bus.
+    InputMethod(Kind kind, const Environment& environment, XConnection& x);
     ~InputMethod();
 
     /// For applications that shall be typed into through it, and for those who look for it.
@@ -41,8 +43,10 @@ public:
 private:
     void writeSettings() const;
     [[nodiscard]] bool isOnBus() const;
+    [[nodiscard]] bool servesApplications() const;
 
     Kind kind_;
+    XConnection& x_;
     Environment environment_;
     std::unique_ptr<ChildProcess> process_;
 };

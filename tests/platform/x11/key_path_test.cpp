@@ -115,6 +115,34 @@ TEST_F(KeyPathTest, HeldModifiersThatTheFlagsLackAreLiftedWhileTheKeyIsDown) {
                             down(pc::blank), up(pc::blank), up(pc::leftShift)));
 }
 
+TEST_F(KeyPathTest, AClaimedTapIsMaskedAndTheNextOneIsNot) {
+    press(pc::leftShift);
+    path.setHandler([this](Event&) {
+        path.claimTap();
+        return EventVerdict::pass;
+    });
+    release(pc::leftShift);
+    path.setHandler({});
+    press(pc::leftShift);
+    release(pc::leftShift);
+    EXPECT_THAT(taken(), ElementsAre(down(pc::leftShift), down(pc::blank), up(pc::blank),
+                                     up(pc::leftShift), down(pc::leftShift), up(pc::leftShift)));
+}
+
+TEST_F(KeyPathTest, AClaimedCapsLockIsNotSeen) {
+    path.setHandler([this](Event&) {
+        path.claimTap();
+        return EventVerdict::pass;
+    });
+    press(pc::capsLock);
+    release(pc::capsLock);
+    path.setHandler({});
+    EXPECT_THAT(taken(), IsEmpty());
+    press(pc::capsLock);
+    release(pc::capsLock);
+    EXPECT_THAT(taken(), ElementsAre(down(pc::capsLock), up(pc::capsLock)));
+}
+
 TEST_F(KeyPathTest, ATypedCharacterBetweenMakesTheMaskNeedless) {
     press(pc::leftShift);
     press(pc::a);
