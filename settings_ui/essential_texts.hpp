@@ -2,6 +2,7 @@
 
 #include "platform/essentials.hpp"
 
+#include <cstddef>
 #include <string_view>
 
 namespace orvel {
@@ -39,7 +40,9 @@ constexpr EssentialText textOf(Essential essential) {
 
 /// The fixed texts of the page.
 namespace onboarding_text {
-inline constexpr std::string_view title = "还差一步";
+constexpr std::string_view titleFor(std::ptrdiff_t missing) {
+    return missing == 1 ? "还差一步" : missing == 2 ? "还差两步" : "还差几步";
+}
 inline constexpr std::string_view subtitle = "下面这些具备之后，Orvel 会自动开始工作。";
 inline constexpr std::string_view readyTitle = "准备就绪";
 inline constexpr std::string_view readySubtitle = "都齐了，马上进入设置。";

@@ -34,8 +34,8 @@ void OnboardingModel::setShown(bool isShown) {
     nextCheck_ = runLoop_.every(kCheckInterval, "onboarding", [this] { check(); });
 }
 
-bool OnboardingModel::isComplete() const {
-    return std::ranges::all_of(findings_.get(), &EssentialFinding::isThere);
+std::ptrdiff_t OnboardingModel::missing() const {
+    return std::ranges::count(findings_.get(), false, &EssentialFinding::isThere);
 }
 
 void OnboardingModel::retry() {

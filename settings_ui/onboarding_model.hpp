@@ -4,6 +4,7 @@
 #include "platform/essentials.hpp"
 #include "platform/run_loop.hpp"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -27,7 +28,9 @@ public:
     [[nodiscard]] const Published<std::vector<EssentialFinding>>& findings() const {
         return findings_;
     }
-    [[nodiscard]] bool isComplete() const;
+    [[nodiscard]] bool isComplete() const { return missing() == 0; }
+    /// How many essential things are not there.
+    [[nodiscard]] std::ptrdiff_t missing() const;
 
     /// Tries to start the engine now, which is how the keyboard is asked for.
     void retry();

@@ -7,6 +7,8 @@
 #include <QAction>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QKeyEvent>
+#include <QKeySequence>
 #include <QPalette>
 #include <QQuickWindow>
 #include <QScreen>
@@ -16,6 +18,25 @@
 namespace orvel::qt {
 
 namespace {
+
+/// Makes the shortcuts that an open menu shows work; by itself it only shows them.
+class OpenMenuShortcuts final : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const QKeySequence typed(static_cast<QKeyEvent*>(event)->keyCombination());
+        auto* menu = static_cast<QMenu*>(watched);
+        for (QAction* action : menu->actions()) {
+            if (action->shortcut() != typed || typed.isEmpty()) continue;
+            menu->close();
+            action->trigger();
+            return true;
+        }
+        return false;
+    }
+};
 
 void addItem(QMenu& menu, const MenuItem& item, std::function<void()> chosen) {
     if (item.isSeparator()) {
@@ -29,6 +50,9 @@ void addItem(QMenu& menu, const MenuItem& item, std::function<void()> chosen) {
     }
     if (!item.symbol.empty()) {
         action->setIcon(symbolIcon(item.symbol, menu.palette().color(QPalette::Text), 13));
+    }
+    if (!item.keyEquivalent.empty()) {
+        action->setShortcut(QKeySequence("Ctrl+" + QString::fromStdString(item.keyEquivalent)));
     }
     QObject::connect(action, &QAction::triggered, &menu, std::move(chosen));
 }
@@ -52,6 +76,7 @@ void QtNativeMenus::popUp(NativeMenu menu, MenuPlace place,
     }
     if (menu_) menu_.release()->deleteLater();  // Its own action may be calling.
     menu_ = std::make_unique<QMenu>();
+    menu_->installEventFilter(new OpenMenuShortcuts(menu_.get()));
     fill(*menu_, menu, chosen);
     menu_->popup(place.panel ? pointOf(place) : besideButton(menu_->sizeHint(), place));
 }

@@ -1,5 +1,7 @@
 #include "platform/x11/x11_application.hpp"
 
+#include "platform/qt/chinese_fonts.hpp"
+
 #include <QApplication>
 #include <QQuickWindow>
 
@@ -42,6 +44,7 @@ X11Application::X11Application(int& argc, char** argv, int goneStatus) {
     QQuickWindow::setDefaultAlphaBuffer(true);
     qtMessages = qInstallMessageHandler(withoutLostConnection);
     application_ = std::make_unique<QApplication>(argc, argv);
+    qt::preferSimplifiedChinese();
     QApplication::setApplicationName(QStringLiteral("orvel"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orvel"));
     QApplication::setQuitOnLastWindowClosed(false);

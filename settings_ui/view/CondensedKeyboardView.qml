@@ -48,7 +48,7 @@ VisualEffectView {
             anchors.verticalCenter: parent.verticalCenter
             text: board.vm.deleteLabel
             size: 10
-            color: Qt.rgba(1, 1, 1, 0.9)
+            color: Theme.keyLabel
         }
         KeyboardMenuButton {
             objectName: "strategyMenu"

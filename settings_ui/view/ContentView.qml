@@ -17,10 +17,27 @@ FocusScope {
     implicitHeight: 550
     focus: true
 
-    onIsOnScreenChanged: vm.isShown = isOnScreen
+    onIsOnScreenChanged: {
+        vm.isShown = isOnScreen
+        if (isOnScreen) arrival.restart()
+    }
     Component.onCompleted: vm.isShown = isOnScreen
     Keys.onEscapePressed: vm.close()
 
+    NumberAnimation {
+        id: arrival
+
+        target: content.Window.window
+        property: "opacity"
+        from: 0
+        to: 1
+        duration: Theme.arrivalTime
+        easing.type: Easing.OutCubic
+    }
+    Connections {
+        target: Theme
+        function onIsStillChanged(): void { if (Theme.isStill) arrival.complete() }
+    }
     PopoverShape {
         id: shape
 
@@ -68,6 +85,18 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 1
         vm: content.vm
+    }
+    // More cards lie below the edge.
+    Rectangle {
+        anchors.left: header.left
+        anchors.right: header.right
+        anchors.bottom: cards.bottom
+        height: 24
+        visible: cards.visible && cards.contentY + cards.height < cards.contentHeight - 1
+        gradient: Gradient {
+            GradientStop { position: 0; color: Qt.alpha(Theme.surface, 0) }
+            GradientStop { position: 1; color: Theme.surface }
+        }
     }
     // Where the cards pass below the keyboard.
     Rectangle {

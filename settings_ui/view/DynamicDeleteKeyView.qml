@@ -35,7 +35,7 @@ KeyFace {
         minimumPixelSize: Theme.smallSize - 1
         elide: Text.ElideRight
         font.weight: Font.DemiBold
-        color: Theme.keyRemapped
+        color: Theme.keyRemappedText
     }
 
     Fading {
@@ -69,7 +69,7 @@ KeyFace {
             width: 13
             height: 12
             name: "delete.left"
-            color: Theme.keyRemapped
+            color: Theme.keyRemappedText
         }
     }
     Fading {
@@ -86,13 +86,13 @@ KeyFace {
                 width: 10
                 height: 12
                 name: "arrow.right"
-                color: Theme.keyRemapped
+                color: Theme.keyRemappedText
             }
             SymbolIcon {
                 width: 13
                 height: 12
                 name: "delete.forward"
-                color: Theme.keyRemapped
+                color: Theme.keyRemappedText
             }
         }
     }

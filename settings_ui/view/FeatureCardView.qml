@@ -31,7 +31,7 @@ Rectangle {
     implicitWidth: 100
     implicitHeight: titleText.y + titleText.height + 4 + descriptionText.implicitHeight + inset
     radius: Theme.cardRadius
-    color: Theme.tint(cardColor, isHovered ? 0.24 : Theme.isDark ? 0.17 : 0.13)
+    color: Theme.tint(cardColor, isHovered ? Theme.cardTintHovered : Theme.cardTint)
     border.width: Theme.hairline(Screen.devicePixelRatio)
     border.color: Theme.tint(cardColor, isHovered ? 0.7 : 0.42)
 
@@ -60,6 +60,7 @@ Rectangle {
         id: accessoryRow
 
         anchors.right: toggle.left
+        anchors.rightMargin: 2
         y: toggle.y
     }
     BlueSwitchStyle {

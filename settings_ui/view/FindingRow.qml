@@ -18,14 +18,12 @@ Rectangle {
     signal settingsRequested()
 
     readonly property int inset: 12
-    readonly property color green: "#3d9a5b"
-    readonly property color amber: "#f0a020"
 
     implicitHeight: texts.y + texts.height + inset
     radius: Theme.cardRadius
-    color: isThere ? Theme.tint(green, 0.10) : Theme.surfaceRaised
+    color: isThere ? Theme.tint(Theme.positive, 0.10) : Theme.surfaceRaised
     border.width: Theme.hairline(Screen.devicePixelRatio)
-    border.color: isThere ? Theme.tint(green, 0.4) : Theme.stroke
+    border.color: isThere ? Theme.tint(Theme.positive, 0.4) : Theme.stroke
 
     Behavior on color { ColorAnimation { duration: Theme.feedbackTime } }
 
@@ -40,14 +38,14 @@ Rectangle {
         width: 30
         height: 30
         radius: Theme.controlRadius
-        color: Theme.tint(row.isThere ? row.green : row.amber, Theme.isDark ? 0.3 : 0.2)
+        color: Theme.tint(row.isThere ? Theme.positive : Theme.caution, Theme.isDark ? 0.3 : 0.2)
 
         SymbolIcon {
             anchors.centerIn: parent
             width: 18
             height: 18
             name: row.symbol
-            color: row.isThere ? Theme.ink(row.green) : Theme.warning
+            color: row.isThere ? Theme.ink(Theme.positive) : Theme.warning
         }
     }
     Column {
@@ -107,14 +105,14 @@ Rectangle {
             visible: row.isThere
             text: row.thereText
             size: 10
-            color: Theme.ink(row.green)
+            color: Theme.ink(Theme.positive)
         }
         SymbolIcon {
             objectName: "mark"
             width: 16
             height: 16
             name: row.isThere ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
-            color: row.isThere ? Theme.ink(row.green) : Theme.warning
+            color: row.isThere ? Theme.ink(Theme.positive) : Theme.warning
         }
     }
 }

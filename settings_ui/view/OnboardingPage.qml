@@ -18,14 +18,14 @@ FocusScope {
         width: 52
         height: 52
         radius: Theme.panelRadius
-        color: Qt.rgba(0.18, 0.4, 0.82, 1)
+        color: Theme.accentSurface
 
         SymbolIcon {
             anchors.centerIn: parent
             width: 34
             height: 34
             name: "MenuBarIcon"
-            color: "white"
+            color: Theme.textOnAccent
         }
     }
     PlainText {

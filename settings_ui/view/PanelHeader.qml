@@ -18,14 +18,14 @@ Item {
         height: 34
         anchors.verticalCenter: parent.verticalCenter
         radius: Theme.cardRadius
-        color: header.vm.isPaused ? Theme.textSoft : Qt.rgba(0.18, 0.4, 0.82, 1)
+        color: header.vm.isPaused ? Theme.textSoft : Theme.accentSurface
 
         SymbolIcon {
             anchors.centerIn: parent
             width: 22
             height: 22
             name: header.vm.isPaused ? "MenuBarIcon.paused" : "MenuBarIcon"
-            color: header.vm.isPaused ? Theme.surfaceRaised : "white"
+            color: header.vm.isPaused ? Theme.surfaceRaised : Theme.textOnAccent
         }
     }
     PlainText {

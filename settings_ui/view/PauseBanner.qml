@@ -7,8 +7,6 @@ import Orvel.Controls
 T.AbstractButton {
     id: banner
 
-    readonly property color amber: "#f0a020"
-
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 26
     leftPadding: 10
@@ -24,7 +22,9 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: banner.height / 2
-        color: Theme.tint(banner.amber, banner.down ? 0.42 : banner.hovered ? 0.34 : 0.24)
+        color: Theme.tint(Theme.caution, banner.down ? Theme.buttonTintPressed
+                                         : banner.hovered ? Theme.buttonTintHovered
+                                         : Theme.buttonTint)
         border.width: Theme.hairline(Screen.devicePixelRatio)
         border.color: Theme.warning
 

@@ -66,7 +66,7 @@ T.AbstractButton {
             text: key.mappedTarget
             size: Theme.cardTitleSize
             font.weight: Font.DemiBold
-            color: Theme.keyRemapped
+            color: Theme.keyRemappedText
         }
     }
 

@@ -21,7 +21,7 @@ Item {
         width: content.trackWidth
         height: content.trackHeight
         radius: height / 2
-        color: content.isOn ? Qt.rgba(0.18, 0.4, 0.82, 1) : Qt.rgba(0.5, 0.5, 0.5, 0.35)
+        color: content.isOn ? Theme.switchOn : Theme.switchOff
 
         Rectangle {
             anchors.fill: parent
@@ -29,13 +29,22 @@ Item {
             color: content.isDown ? Theme.pressed
                  : content.isHovered ? Theme.hover : "transparent"
         }
+        // The capsule alone hardly differs from a light card when off, from a dark one when on.
+        Rectangle {
+            anchors.fill: parent
+            visible: !content.isOn || Theme.isDark
+            radius: parent.radius
+            color: "transparent"
+            border.width: Theme.hairline(Screen.devicePixelRatio)
+            border.color: Theme.strokeStrong
+        }
         Rectangle {
             x: knob.x - 0.5
             y: knob.y + 0.5
             width: knob.width + 1
             height: knob.height + 1
             radius: height / 2
-            color: Qt.rgba(0, 0, 0, 0.2)
+            color: Theme.switchKnobShadow
         }
         Rectangle {
             id: knob
@@ -48,7 +57,7 @@ Item {
             width: height
             height: track.height - 2 * gap
             radius: height / 2
-            color: "white"
+            color: Theme.switchKnob
         }
         SpringMotion {
             id: spring

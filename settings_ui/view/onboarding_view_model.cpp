@@ -20,7 +20,8 @@ bool OnboardingViewModel::isNeeded() const { return model_.isNeeded(); }
 bool OnboardingViewModel::isComplete() const { return model_.isComplete(); }
 
 QString OnboardingViewModel::title() const {
-    return toQString(isComplete() ? onboarding_text::readyTitle : onboarding_text::title);
+    return toQString(isComplete() ? onboarding_text::readyTitle
+                                  : onboarding_text::titleFor(model_.missing()));
 }
 
 QString OnboardingViewModel::subtitle() const {

@@ -134,6 +134,18 @@ TEST_F(PanelTrayTest, ARightClickOpensTheMenuWhoseLastChoiceEndsTheProgram) {
         eventually(chooseLast, testing::Optional(rig::ExitStatus{.code = 0, .signal = {}})));
 }
 
+TEST_F(PanelTrayTest, TheShortcutThatTheOpenMenuShowsEndsTheProgram) {
+    OrvelProgram orvel = start();
+    firstIconPicture();
+    click(icon(), rig::Button::right);
+    const auto pressShortcut = [&] {
+        keyboard().chord({"Control_L", "q"});
+        return orvel.process().waitForExit(std::chrono::milliseconds(300));
+    };
+    EXPECT_TRUE(
+        eventually(pressShortcut, testing::Optional(rig::ExitStatus{.code = 0, .signal = {}})));
+}
+
 TEST_F(PanelTrayTest, OnlyTheFirstStartSaysWhereTheIconIs) {
     for (const bool isFirst : {true, false}) {
         rig::OrvelProgram orvel(frontDoor(), environment());

@@ -1,3 +1,4 @@
+#include "platform/qt/chinese_fonts.hpp"
 #include "tests/view/panel_stage.hpp"
 #include "tests/view/picture_compare.hpp"
 
@@ -112,6 +113,7 @@ int main(int argc, char** argv) {
     QQuickWindow::setDefaultAlphaBuffer(true);
     QGuiApplication application(argc, argv);
     QGuiApplication::setFont(QFont("Noto Sans"));
+    orvel::qt::preferSimplifiedChinese();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -50,6 +50,10 @@ void TestStage::setKeyboardThere(bool isThere) {
     desk_.essentials.findings = {{Essential::keyboard, isThere}};
 }
 
+void TestStage::loseKeyboardControl() {
+    desk_.essentials.findings = {{Essential::keyboard, false}, {Essential::keyboardControl, false}};
+}
+
 void TestStage::askForPermission() {
     desk_.essentials.findings = {{Essential::accessibilityPermission, false}};
 }

@@ -34,6 +34,8 @@ public:
     Q_INVOKABLE QVariant stored(const QString& key);
     Q_INVOKABLE bool isEngineOn();
     Q_INVOKABLE void pauseEngine();
+    /// Neither keyboard nor its control are there.
+    Q_INVOKABLE void loseKeyboardControl();
     /// The desktop wants the user's permission and does not have it.
     Q_INVOKABLE void askForPermission();
     /// The timers of the program run, as this many seconds pass.

@@ -78,6 +78,15 @@ TestCase {
         for (const part of settings()) verify(part.visible)
     }
 
+    function test_the_title_counts_what_is_missing() {
+        stage.keyboardIsThere = false
+        show()
+        compare(stage.viewModel.onboarding.title, "还差一步")
+        stage.loseKeyboardControl()
+        stage.letTimePass(1)
+        compare(stage.viewModel.onboarding.title, "还差两步")
+    }
+
     function test_a_click_on_retry_looks_at_once() {
         stage.keyboardIsThere = false
         show()

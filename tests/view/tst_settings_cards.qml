@@ -158,6 +158,36 @@ TestCase {
         tryCompare(target, "showInfo", false)
     }
 
+    function test_the_keyboard_alone_opens_and_closes_an_explanation_data() {
+        return [{tag: "Space", key: Qt.Key_Space}, {tag: "Return", key: Qt.Key_Return},
+                {tag: "Enter", key: Qt.Key_Enter}]
+    }
+    function test_the_keyboard_alone_opens_and_closes_an_explanation(row) {
+        const target = card(1)
+        const info = target.accessories[0]
+        info.forceActiveFocus(Qt.TabFocusReason)
+        keyClick(row.key)
+        tryCompare(target, "showInfo", true)
+        keyClick(Qt.Key_Escape)
+        tryCompare(target, "showInfo", false)
+        tryVerify(() => info.activeFocus && info.visualFocus)
+    }
+
+    function test_no_explanation_leaves_a_single_character_on_its_last_line() {
+        mouseClick(item("master"))
+        for (const place of [0, 1]) {
+            const info = card(place).accessories[0]
+            mouseClick(info)
+            tryCompare(card(place), "showInfo", true)
+            const sentence = find(test.Window.contentItem.parent ?? test.Window.contentItem, "sentence")
+            verify(sentence !== null)
+            tryVerify(() => sentence.lineCount > 1 && sentence.lastLineWidth > 22)
+            verify(sentence.height + 20 <= sentence.parent.parent.height + 0.5, "cut below")
+            mouseClick(info)
+            tryCompare(card(place), "showInfo", false)
+        }
+    }
+
     function test_the_modifier_card_lists_changed_keys() {
         mouseClick(card(0).toggle)
         compare(stage.viewModel.changedMaps, ["ctrl", "Cmd", "opt", "Alt", "cmd", "Win",

@@ -1,3 +1,4 @@
+#include "platform/qt/chinese_fonts.hpp"
 #include "platform/qt/controls/appearance.hpp"
 #include "tests/view/test_stage.hpp"
 
@@ -13,7 +14,10 @@ class Setup : public QObject {
     Q_OBJECT
 
 public slots:
-    void applicationAvailable() { QGuiApplication::setFont(QFont("Noto Sans")); }
+    void applicationAvailable() {
+        QGuiApplication::setFont(QFont("Noto Sans"));
+        qt::preferSimplifiedChinese();
+    }
     void qmlEngineAvailable(QQmlEngine* engine) {
         engine->addImportPath("qrc:/qt/qml");
         qmlRegisterType<TestStage>("Orvel.Test", 1, 0, "TestStage");

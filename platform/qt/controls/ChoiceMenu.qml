@@ -40,7 +40,7 @@ T.Menu {
     background: GlassBackground {
         material: VisualEffectView.Raised
         radius: Theme.cardRadius
-        border.color: Theme.isDark ? Theme.strokeStrong : Theme.stroke
+        border.color: Theme.floatingStroke
 
         FloatingShadow {}
     }

@@ -22,7 +22,8 @@ T.MenuItem {
 
     background: Rectangle {
         radius: Theme.controlRadius - 2
-        color: item.down ? Qt.darker("#2e66d1", 1.15) : item.highlighted ? "#2e66d1" : "transparent"
+        color: item.down ? Qt.darker(Theme.accentSurface, 1.15)
+             : item.highlighted ? Theme.accentSurface : "transparent"
 
         SymbolIcon {
             x: 6

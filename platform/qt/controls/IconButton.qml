@@ -17,6 +17,8 @@ T.AbstractButton {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     background: Rectangle {
         radius: Theme.controlRadius

@@ -15,6 +15,15 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
+    // The control that opened it gets the keyboard back as it had it.
+    property int focusReason: Qt.OtherFocusReason
+
+    onAboutToShow: {
+        const opener = parent as T.Control
+        focusReason = opener === null ? Qt.OtherFocusReason : opener.focusReason
+    }
+    onClosed: if (parent !== null) parent.forceActiveFocus(focusReason)
+
     enter: Transition {
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.feedbackTime }
     }
@@ -24,16 +33,30 @@ T.Popup {
     background: GlassBackground {
         material: VisualEffectView.Raised
         radius: Theme.cardRadius
-        border.color: Theme.isDark ? Theme.strokeStrong : Theme.stroke
+        border.color: Theme.floatingStroke
 
         FloatingShadow {}
     }
-    contentItem: TidyText {
+    contentItem: Sentence {
         room: popover.availableWidth
         text: popover.text
-        size: 10
-        lineHeight: 15
-        Accessible.role: Accessible.StaticText
-        Accessible.name: popover.text
+    }
+
+    // A popup gives its content the whole width, which the text may not want.
+    component Sentence: Item {
+        property alias room: words.room
+        property alias text: words.text
+
+        implicitHeight: words.implicitHeight
+
+        TidyText {
+            id: words
+
+            objectName: "sentence"
+            size: 10
+            lineHeight: 15
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
     }
 }

@@ -23,7 +23,7 @@ T.Button {
 
     background: Rectangle {
         radius: Theme.controlRadius
-        color: button.isProminent ? "#2e66d1" : Theme.surfaceRaised
+        color: button.isProminent ? Theme.accentSurface : Theme.surfaceRaised
         border.width: button.isProminent ? 0 : Theme.hairline(Screen.devicePixelRatio)
         border.color: Theme.strokeStrong
 

@@ -14,16 +14,27 @@ QtObject {
                                             : Qt.rgba(0.965, 0.965, 0.973, surfaceAlpha)
     readonly property color surfaceRaised: isDark ? "#2b2b2f" : "#ffffff"
     readonly property color stroke: isDark ? "#26ffffff" : "#1f000000"
-    readonly property color strokeStrong: isDark ? "#59ffffff" : "#59000000"
+    readonly property color strokeStrong: isDark ? "#80ffffff" : "#80000000"
+    // Around what floats above other surfaces.
+    readonly property color floatingStroke: isDark ? "#4dffffff" : stroke
     readonly property color text: isDark ? "#f5f5f7" : "#1d1d1f"
     readonly property color textSoft: isDark ? "#b4b4bb" : "#55555a"
     readonly property color textOnAccent: "#ffffff"
     readonly property color accent: isDark ? "#5b8def" : "#2e66d1"
+    // Surfaces that carry textOnAccent.
+    readonly property color accentSurface: Qt.rgba(0.18, 0.4, 0.82, 1)
+    readonly property color positive: "#3d9a5b"
+    readonly property color caution: "#f0a020"
     readonly property color danger: isDark ? "#ff7b72" : "#b3211a"
     readonly property color warning: isDark ? "#f5b63d" : "#8a5300"
     readonly property color hover: isDark ? "#14ffffff" : "#0d000000"
     readonly property color pressed: isDark ? "#24ffffff" : "#1a000000"
     readonly property color focus: isDark ? "#8ab0ff" : "#1f57c3"
+
+    readonly property color switchOn: accentSurface
+    readonly property color switchOff: Qt.rgba(0.5, 0.5, 0.5, 0.35)
+    readonly property color switchKnob: "#ffffff"
+    readonly property color switchKnobShadow: Qt.rgba(0, 0, 0, 0.2)
 
     // The drawn keyboard is dark in light surroundings too.
     readonly property color keyboard: isDark ? "#161618" : "#26262a"
@@ -33,7 +44,9 @@ QtObject {
     readonly property color keyStroke: "#2effffff"
     readonly property color keyText: "#f4f4f7"
     readonly property color keyTextSoft: "#c6c6ce"
+    readonly property color keyLabel: Qt.rgba(1, 1, 1, 0.9)
     readonly property color keyRemapped: "#c48ae0"
+    readonly property color keyRemappedText: "#d9acf0"
     readonly property color keyFocus: "#8ab0ff"
 
     readonly property int grid: 4
@@ -60,12 +73,19 @@ QtObject {
     readonly property bool isStill: Appearance.prefersReducedMotion
     readonly property int feedbackTime: isStill ? 0 : 120
     readonly property int surfaceInTime: isStill ? 0 : 200
-    readonly property int surfaceOutTime: isStill ? 0 : 140
+    // Of a window: only a compositor can let it come softly.
+    readonly property int arrivalTime: Appearance.isComposited ? surfaceInTime : 0
 
     // A line as thin as the screen can draw it.
     function hairline(devicePixelRatio: real): real {
         return 1 / Math.max(1, devicePixelRatio)
     }
+
+    readonly property real cardTint: isDark ? 0.17 : 0.13
+    readonly property real cardTintHovered: 0.24
+    readonly property real buttonTint: isDark ? 0.18 : 0.24
+    readonly property real buttonTintHovered: isDark ? 0.25 : 0.34
+    readonly property real buttonTintPressed: isDark ? 0.31 : 0.42
 
     // A card's colour laid over the surface: group opacity is not to be had in every renderer.
     function tint(color: color, amount: real): color {

@@ -16,8 +16,11 @@ PlainText {
     verticalAlignment: Text.AlignTop
 
     onTextChanged: isNarrowed = false
-    onLineLaidOut: line => { if (line.isLast) lastLineWidth = line.implicitWidth }
-    onLastLineWidthChanged: laidOut.restart()
+    onLineLaidOut: line => {
+        if (!line.isLast) return
+        lastLineWidth = line.implicitWidth
+        laidOut.restart()
+    }
 
     // A line must not change the width that it is laid out in, so the check comes after all lines.
     Timer {

@@ -15,7 +15,7 @@ Rectangle {
 
     height: 36
     radius: Theme.controlRadius
-    color: isChosen ? Theme.accent : mouse.containsMouse ? Theme.hover : "transparent"
+    color: isChosen ? Theme.accentSurface : mouse.containsMouse ? Theme.hover : "transparent"
 
     Accessible.role: Accessible.ListItem
     Accessible.name: name
