@@ -29,10 +29,12 @@ build: deps ## build the programs: build/release/orvel
 run: build ## start in this session, or in an embedded desktop when there is none
 	@tools/run.sh build/release
 
-.PHONY: replay
-replay: build ## replay FILE=steps.jsonl on the in-memory desktop
-	@test -n "$(FILE)" || { echo "usage: make replay FILE=steps.jsonl" >&2; exit 2; }
+.PHONY: replay steps-file
+replay: steps-file build ## replay FILE=steps.jsonl on the in-memory desktop
 	@build/release/orvel replay "$(FILE)"
+
+steps-file:
+	@test -n "$(FILE)" || { echo "usage: make replay FILE=steps.jsonl" >&2; exit 2; }
 
 .PHONY: test
 test: deps ## build and run every test
