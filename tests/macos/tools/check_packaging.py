@@ -6,6 +6,7 @@ import json
 import pathlib
 import plistlib
 import re
+import struct
 import subprocess
 import sys
 import tempfile
@@ -55,6 +56,22 @@ def check_lists():
     expect(rights == {"com.apple.security.automation.apple-events": True}, f"orvel.entitlements: {rights}")
 
 
+def check_icon():
+    """Every picture has the pixels that its type stands for, from the smallest to the largest."""
+    icon = (PACKAGING / "orvelkit.icns").read_bytes()
+    expect(icon[:4] == b"icns" and struct.unpack(">I", icon[4:8])[0] == len(icon), "orvelkit.icns: no such file")
+    pixels = {"icp4": 16, "icp5": 32, "ic11": 32, "ic12": 64, "ic07": 128, "ic13": 256, "ic08": 256,
+              "ic14": 512, "ic09": 512, "ic10": 1024}
+    at = 8
+    while at < len(icon):
+        kind, size = icon[at:at + 4].decode(), struct.unpack(">I", icon[at + 4:at + 8])[0]
+        width, height = struct.unpack(">II", icon[at + 24:at + 32])
+        wanted = pixels.pop(kind, None)
+        expect(width == height == wanted, f"orvelkit.icns: {kind} has {width} by {height} pixels")
+        at += size
+    expect(not pixels, f"orvelkit.icns: {', '.join(pixels)} missing")
+
+
 def check_scripts():
     scripts = sorted(PACKAGING.glob("*.sh"))
     checked = subprocess.run(["shellcheck", *scripts], capture_output=True, text=True, check=False)
@@ -82,6 +99,7 @@ def check_bundle(folder):
         return
     contents = folder / "out/orvelkit.app/Contents"
     info = read_list(contents / "Info.plist")
+    expect((contents / f"Resources/{info['CFBundleIconFile']}.icns").exists(), "the bundle has no icon")
     version = first(r"VERSION (\d+\.\d+\.\d+)", "CMakeLists.txt")
     expect(info["CFBundleVersion"] == version, f"the bundle is of version {info['CFBundleVersion']}")
     expect((contents / "MacOS/orvelkit").stat().st_mode & 0o111, "the program in the bundle cannot be run")
@@ -99,6 +117,7 @@ def check_bundle(folder):
 
 def main():
     check_lists()
+    check_icon()
     check_scripts()
     with tempfile.TemporaryDirectory() as folder:
         check_bundle(pathlib.Path(folder))
