@@ -85,16 +85,21 @@ public:
         @autoreleasepool {
             const auto address = cfString(url);
             NSURL* parsed = [NSURL URLWithString:(__bridge NSString*)address.get()];
-            if (parsed != nil) [NSWorkspace.sharedWorkspace openURL:parsed];
+            if (parsed == nil) return;
+            // Without waiting for the program that takes it: a key may be held up by this call.
+            [NSWorkspace.sharedWorkspace openURL:parsed
+                                   configuration:configuration(std::nullopt)
+                               completionHandler:nil];
         }
     }
 
     void revealInFileManager(std::string_view root) override {
-        @autoreleasepool {
-            const auto folder = cfString(root);
+        // The file manager answers before the call returns, so that a key must not wait for it.
+        runLoop_.post([path = std::string(root)] {
+            const auto folder = cfString(path);
             [NSWorkspace.sharedWorkspace selectFile:nil
                            inFileViewerRootedAtPath:(__bridge NSString*)folder.get()];
-        }
+        });
     }
 
 private:

@@ -186,6 +186,7 @@ public:
     static std::string file(const std::string& name) { return "/Users/user/folder/" + name; }
     void refusesPath(const std::string& path) { fake::world().refusedApplications.insert(path); }
     bool isFolderShown(const std::string& path) const {
+        fake::runDue();
         return fake::world().launched == std::vector{"reveal  in " + path};
     }
     std::vector<std::string> urls(std::size_t) const {

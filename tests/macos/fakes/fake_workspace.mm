@@ -128,9 +128,10 @@ void answer(NSURL* application, void (^handler)(NSRunningApplication*, NSError*)
     for (const auto& [pid, application] : world().applications) [running addObject:make(pid)];
     return running;
 }
-- (BOOL)openURL:(NSURL*)url {
+- (void)openURL:(NSURL*)url
+        configuration:(NSWorkspaceOpenConfiguration*)configuration
+    completionHandler:(void (^)(NSRunningApplication*, NSError*))handler {
     world().launched.push_back("url " + fake::bytes(url.absoluteString));
-    return YES;
 }
 - (void)openURLs:(NSArray<NSURL*>*)urls
     withApplicationAtURL:(NSURL*)application
@@ -168,6 +169,7 @@ void answer(NSURL* application, void (^handler)(NSRunningApplication*, NSError*)
         autorelease];
 }
 - (BOOL)selectFile:(NSString*)path inFileViewerRootedAtPath:(NSString*)root {
+    ++world().slowCalls;
     world().launched.push_back("reveal " + fake::bytes(path) + " in " + fake::bytes(root));
     return YES;
 }

@@ -1,8 +1,10 @@
 #include "platform/event_poster.hpp"
 #include "platform/event_tap.hpp"
 #include "platform/input_state.hpp"
+#include "platform/launcher.hpp"
 #include "platform/macos/mac_factories.hpp"
 #include "platform/preference_store.hpp"
+#include "platform/run_loop.hpp"
 #include "platform/workspace.hpp"
 #include "tests/macos/run/mac_test.hpp"
 
@@ -12,6 +14,27 @@ namespace orvel::macos {
 namespace {
 
 class MacCallbackTest : public MacTest {};
+
+TEST_F(MacCallbackTest, WhatTheCallbackOpensWaitsForNoOtherProgram) {
+    const auto loop = makeRunLoop();
+    const auto launcher = makeLauncher(*loop);
+    LogLines log;
+    const auto poster = makeEventPoster();
+    const auto input = makeInputState();
+    const auto tap = makeEventTap(*poster, *input, log);
+    ASSERT_TRUE(tap->create({.mask = ~EventMask{0}}, [&](Event&) {
+        launcher->openUrl("x-apple.systempreferences:");
+        launcher->revealInFileManager("/Users/me");
+        launcher->openApplication("/A.app", std::nullopt);
+        return EventVerdict::swallow;
+    }));
+    tap->enable();
+    mac().slowCalls = 0;
+    fake::sendKey({.type = 10, .keyCode = 14});
+    EXPECT_EQ(mac().slowCalls, 0);
+    fake::runDue();
+    EXPECT_EQ(mac().launched.size(), 3U);
+}
 
 TEST_F(MacCallbackTest, WhatTheCallbackAsksWaitsForNoOtherProgram) {
     mac().applications[11] = {.bundleId = "com.apple.finder", .isActive = true, .isHung = true};

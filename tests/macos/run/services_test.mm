@@ -95,6 +95,7 @@ TEST_F(MacLauncherTest, OpensApplicationsFilesAndAddresses) {
     launcher->openApplication("/A.app", false);
     launcher->openUrl("x-apple.systempreferences:");
     launcher->revealInFileManager("/Users/me");
+    fake::runDue();
     EXPECT_THAT(mac().launched, ElementsAre("application /A.app", "url x-apple.systempreferences:",
                                             "reveal  in /Users/me"));
 }

@@ -91,7 +91,9 @@ MAC_ENUM(NSInteger, NSApplicationActivationPolicy){
 @property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
 @property(readonly) BOOL accessibilityDisplayShouldReduceTransparency;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
-- (BOOL)openURL:(NSURL*)url;
+- (void)openURL:(NSURL*)url
+        configuration:(NSWorkspaceOpenConfiguration*)configuration
+    completionHandler:(void (^)(NSRunningApplication* application, NSError* error))handler;
 - (void)openURLs:(NSArray<NSURL*>*)urls
     withApplicationAtURL:(NSURL*)application
            configuration:(NSWorkspaceOpenConfiguration*)configuration
