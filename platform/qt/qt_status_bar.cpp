@@ -1,7 +1,6 @@
 #include "platform/qt/qt_status_bar.hpp"
 
 #include "platform/qt/desktop_coordinates.hpp"
-#include "platform/qt/symbol_icons.hpp"
 
 #include <QCursor>
 #include <QDBusConnection>
@@ -14,12 +13,6 @@
 namespace orvel::qt {
 
 namespace {
-
-/// Trays are dark on nearly every desktop, and the icon has no way to ask.
-const QColor kIconColor(0xf2, 0xf2, 0xf2);
-constexpr int kIconPoints = 18;
-
-QIcon iconOf(std::string_view symbol) { return symbolIcon(symbol, kIconColor, kIconPoints); }
 
 /// Whether the tray draws the menu itself and sends no right click.
 bool isMenuDrawnByTray() {
@@ -45,13 +38,14 @@ QtStatusBar::~QtStatusBar() = default;
 void QtStatusBar::createItem(const StatusItemSpec& spec,
                              std::function<void(const StatusItemClick&)> clicked) {
     clicked_ = std::move(clicked);
-    QIcon icon = iconOf(spec.image);
-    if (icon.isNull()) icon = iconOf(spec.fallbackSymbol);
-    icon_ = std::make_unique<QSystemTrayIcon>(icon);
+    tray_.takesNames = isMenuDrawnByTray();
+    const QIcon icon = trayIcon(spec.image, tray_);
+    symbol_ = icon.isNull() ? spec.fallbackSymbol : spec.image;
+    icon_ = std::make_unique<QSystemTrayIcon>(icon.isNull() ? trayIcon(symbol_, tray_) : icon);
     icon_->setToolTip(QStringLiteral("Orvel"));
     QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),
                      [this](QSystemTrayIcon::ActivationReason reason) { activated(reason); });
-    if (isMenuDrawnByTray()) exportMenu();
+    if (tray_.takesNames) exportMenu();
     icon_->show();
 }
 
@@ -86,9 +80,16 @@ std::optional<ScreenRect> QtStatusBar::buttonFrame() const {
     return fromQt(QRect(available.topRight(), QSize(1, 1)));
 }
 
+void QtStatusBar::setSymbolColor(std::optional<QColor> color) {
+    if (tray_.symbolColor == color) return;
+    tray_.symbolColor = color;
+    if (icon_) icon_->setIcon(trayIcon(symbol_, tray_));
+}
+
 void QtStatusBar::showPaused(bool isPaused) {
     if (!icon_) return;
-    icon_->setIcon(iconOf(isPaused ? "MenuBarIcon.paused" : "MenuBarIcon"));
+    symbol_ = isPaused ? "MenuBarIcon.paused" : "MenuBarIcon";
+    icon_->setIcon(trayIcon(symbol_, tray_));
     icon_->setToolTip(isPaused ? QStringLiteral("Orvel 已暂停") : QStringLiteral("Orvel"));
 }
 

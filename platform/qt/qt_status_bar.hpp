@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/qt/tray_icon.hpp"
 #include "platform/status_bar.hpp"
 
 #include <QMenu>
@@ -8,6 +9,8 @@
 #include <QSystemTrayIcon>
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace orvel::qt {
 
@@ -25,6 +28,8 @@ public:
 
     /// The same in Qt's coordinates; empty while the tray does not say.
     [[nodiscard]] QRect buttonRect() const;
+    /// The colour that symbols have in the tray; absent where it does not say.
+    void setSymbolColor(std::optional<QColor> color);
     /// The menu that the tray itself draws; null where right clicks reach us instead.
     [[nodiscard]] QMenu* exportedMenu();
 
@@ -32,6 +37,8 @@ private:
     void activated(QSystemTrayIcon::ActivationReason reason);
     void exportMenu();
 
+    TraySurroundings tray_;
+    std::string symbol_;
     std::unique_ptr<QSystemTrayIcon> icon_;
     std::unique_ptr<QMenu> exportedMenu_;
     std::function<void(const StatusItemClick&)> clicked_;

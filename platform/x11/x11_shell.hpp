@@ -2,6 +2,7 @@
 
 #include "platform/qt/controls/appearance.hpp"
 #include "platform/x11/desktop_appearance.hpp"
+#include "platform/x11/tray_colors.hpp"
 #include "platform/x11/x11_app_control.hpp"
 #include "platform/x11/x11_event_monitors.hpp"
 #include "platform/x11/x11_haptics.hpp"
@@ -46,6 +47,8 @@ private:
     X11Panels native_{appearance_};
     qt::QuickPanelHost panels_{engine_, native_};
     X11StatusBar statusBar_;
+    TrayColors trayColors_{
+        [this](const std::optional<QColor>& color) { statusBar_.setSymbolColor(color); }};
     X11NativeMenus nativeMenus_{panels_, statusBar_};
     X11Notifications notifications_{panels_};
     X11EventMonitors eventMonitors_;

@@ -3,6 +3,8 @@
 #include "tools/rig/picture.hpp"
 #include "tools/rig/windows.hpp"
 
+#include <algorithm>
+
 namespace orvel::test {
 namespace {
 
@@ -24,6 +26,16 @@ protected:
     void startTray() {
         tray_.reset();
         tray_.emplace(environment(), desktop().x());
+    }
+    /// The darkest or, by how much, the most coloured point: lines are thinner than points.
+    static int darkest(const rig::Picture& picture) {
+        const auto light = [](const rig::Colour& c) { return (c.red + c.green + c.blue) / 3; };
+        return light(*std::ranges::min_element(picture.pixels, {}, light));
+    }
+    static int mostBeyond(const rig::Picture& picture, std::uint8_t rig::Colour::*part,
+                          std::uint8_t rig::Colour::*other) {
+        const auto beyond = [&](const rig::Colour& c) { return c.*part - c.*other; };
+        return beyond(*std::ranges::max_element(picture.pixels, {}, beyond));
     }
     rig::WindowFrame icon() { return tray_->waitForIcon(); }
     rig::Picture iconPicture() {
@@ -132,6 +144,34 @@ TEST_F(PanelTrayTest, ARightClickOpensTheMenuWhoseLastChoiceEndsTheProgram) {
     };
     EXPECT_TRUE(
         eventually(chooseLast, testing::Optional(rig::ExitStatus{.code = 0, .signal = {}})));
+}
+
+TEST_F(PanelTrayTest, TheIconShowsOnALightTrayThatDoesNotTellItsColours) {
+    OrvelProgram orvel = start();
+    const rig::Picture picture = firstIconPicture();
+    EXPECT_GT(picture.at(0, 0).green, 200) << "the tray is light";
+    EXPECT_LT(darkest(picture), 120);
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+TEST_F(PanelTrayTest, TheIconFollowsTheColoursThatTheTrayTells) {
+    using rig::Colour;
+    OrvelProgram orvel = start();
+    const rig::Picture untold = firstIconPicture();
+    tray_->tellColour(Colour{200, 0, 0});
+    EXPECT_TRUE(eventually([&] { return mostBeyond(iconPicture(), &Colour::red, &Colour::blue); },
+                           testing::Gt(80)));
+    tray_->tellColour(Colour{0, 0, 200});
+    EXPECT_TRUE(eventually([&] { return mostBeyond(iconPicture(), &Colour::blue, &Colour::red); },
+                           testing::Gt(80)));
+    tray_->tellColour(std::nullopt);
+    EXPECT_TRUE(eventually([&] { return iconPicture() == untold; }, true));
+    // A tray that comes later tells as well.
+    startTray();
+    tray_->tellColour(Colour{0, 200, 0});
+    EXPECT_TRUE(eventually([&] { return mostBeyond(iconPicture(), &Colour::green, &Colour::red); },
+                           testing::Gt(80)));
+    EXPECT_TRUE(orvel.stop().success());
 }
 
 TEST_F(PanelTrayTest, TheShortcutThatTheOpenMenuShowsEndsTheProgram) {

@@ -2,8 +2,10 @@
 
 #include "tools/rig/rig_error.hpp"
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -76,6 +78,27 @@ WindowFrame Tray::waitForIcon() const {
                                  [](const std::optional<WindowFrame>& frame) { return !!frame; });
     if (!found) throw RigError("no icon docks in the tray");
     return *found.last;
+}
+
+void Tray::tellColour(const std::optional<Colour>& colour) {
+    const Atom property = x_.atom("_NET_SYSTEM_TRAY_COLORS");
+    if (!colour) {
+        XDeleteProperty(x_.get(), trayOwner(x_), property);
+        x_.sync();
+        return;
+    }
+    // Symbols, errors, warnings and successes, each with 16 bits of red, green and blue.
+    std::array<unsigned long, 12> parts{};
+    constexpr unsigned long kTo16Bits = 0x101;
+    for (std::size_t i = 0; i < parts.size(); i += 3) {
+        parts[i] = colour->red * kTo16Bits;
+        parts[i + 1] = colour->green * kTo16Bits;
+        parts[i + 2] = colour->blue * kTo16Bits;
+    }
+    XChangeProperty(x_.get(), trayOwner(x_), property, XA_CARDINAL, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(parts.data()),
+                    static_cast<int>(parts.size()));
+    x_.sync();
 }
 
 }  // namespace orvel::rig

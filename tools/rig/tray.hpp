@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/rig/child_process.hpp"
+#include "tools/rig/picture.hpp"
 #include "tools/rig/windows.hpp"
 #include "tools/rig/x_connection.hpp"
 
@@ -18,6 +19,9 @@ public:
     std::optional<WindowFrame> icon() const;
     /// Waits for an icon that shows; a RigError when none comes.
     WindowFrame waitForIcon() const;
+
+    /// Tells icons what colour symbols have here, as some trays do; absent: no longer.
+    void tellColour(const std::optional<Colour>& colour);
 
 private:
     XConnection& x_;
