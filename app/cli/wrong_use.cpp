@@ -2,8 +2,6 @@
 
 #include "app/cli/session_options.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <string_view>
 

@@ -1,12 +1,9 @@
 #pragma once
 
+#include <CLI/CLI.hpp>
+
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-class ParseError;
-}  // namespace CLI
 
 namespace orvel {
 
