@@ -170,9 +170,10 @@ CGEventRef MacEventTap::decide(CGEventType type, CGEventRef event) {
     const Event came = readEvent(type, event);
     Event left = came;
     const EventVerdict verdict = handler_(left);
+    if (verdict == EventVerdict::pass) left = held_.asItWasPressed(came);
     held_.note(came, left, verdict);
     if (verdict == EventVerdict::swallow) return nullptr;
-    if (verdict == EventVerdict::modify) writeChanges(came, left, event);
+    writeChanges(came, left, event);
     return event;
 }
 

@@ -4,8 +4,15 @@
 
 namespace orvel::macos {
 
+namespace {
+
+bool isOwn(const Event& event) { return event.userData == kSyntheticMarker; }
+
+}  // namespace
+
 void HeldKeys::note(const Event& came, const Event& left, EventVerdict verdict) {
     if (came.type != EventType::keyDown && came.type != EventType::keyUp) return;
+    if (isOwn(came)) return;
     const bool isRewrittenPress = came.type == EventType::keyDown &&
                                   verdict == EventVerdict::modify && left.keyCode != came.keyCode;
     if (isRewrittenPress) {
@@ -13,6 +20,13 @@ void HeldKeys::note(const Event& came, const Event& left, EventVerdict verdict) 
     } else if (came.type == EventType::keyUp || !came.isAutorepeat) {
         outputOf_.erase(came.keyCode);
     }
+}
+
+Event HeldKeys::asItWasPressed(Event event) const {
+    const bool isHeld = event.type == EventType::keyUp || event.isAutorepeat;
+    const auto output = outputOf_.find(event.keyCode);
+    if (isHeld && output != outputOf_.end() && !isOwn(event)) event.keyCode = output->second;
+    return event;
 }
 
 void HeldKeys::letGo(EventPoster& poster, const InputState& input) {

@@ -14,6 +14,9 @@ class HeldKeys {
 public:
     /// Takes note of one key event and of what became of it.
     void note(const Event& came, const Event& left, EventVerdict verdict);
+    /// The event as applications have to see it when the engine looks away, paused or switched off:
+    /// a rewritten press is held, and released, as what it became.
+    [[nodiscard]] Event asItWasPressed(Event event) const;
     /// Releases every rewritten key and tells applications the modifiers that are really down.
     void letGo(EventPoster& poster, const InputState& input);
     /// The same for keys whose release got lost.

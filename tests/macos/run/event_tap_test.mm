@@ -164,6 +164,24 @@ TEST_F(MacEventTapTest, ChangesThatTheHandlerDidNotAnnounceAreNotMade) {
     EXPECT_EQ(fake::sendKey({.keyCode = 36})->keyCode, 36);
 }
 
+TEST_F(MacEventTapTest, ARewrittenKeyIsHeldAndReleasedAsWhatItBecameWhenTheEngineLooksAway) {
+    bool isPaused = false;
+    start([&](Event& event) {
+        if (isPaused) return EventVerdict::pass;
+        event.keyCode = key::home;
+        return EventVerdict::modify;
+    });
+    fake::sendKey({.type = kKeyDown, .keyCode = 123});
+    isPaused = true;
+    EXPECT_EQ(fake::sendKey({.type = kKeyDown, .keyCode = 123, .isAutorepeat = true})->keyCode,
+              115);
+    EXPECT_EQ(fake::sendKey({.type = kKeyUp, .keyCode = 123, .userData = 42})->keyCode, 123)
+        << "our own event of the same key";
+    EXPECT_EQ(fake::sendKey({.type = kKeyUp, .keyCode = 123})->keyCode, 115);
+    EXPECT_EQ(fake::sendKey({.type = kKeyDown, .keyCode = 123})->keyCode, 123);
+    EXPECT_EQ(fake::sendKey({.type = kKeyUp, .keyCode = 123})->keyCode, 123);
+}
+
 TEST_F(MacEventTapTest, ComesBackAtOnceWhenATimeOutSwitchedItOff) {
     startWith(EventVerdict::swallow);
     fake::switchTapsOff(fake::SwitchOff::timeout);
