@@ -174,9 +174,9 @@ bool AccessibleFocus::isSearched(const std::string& name) const {
 }
 
 FocusSearch AccessibleFocus::search(const AccessibilityBus& bus, const std::string& name,
-                                    Deadline deadline) {
+                                    const SearchLimits& limits) {
     if (isSearched(name)) return {std::nullopt, true};
-    const FocusSearch result = findFocus(bus, name, deadline);
+    const FocusSearch result = findFocus(bus, name, limits);
     if (!result.isComplete) return result;
     if (!result.focused) {
         found({name, {}}, FocusKind::surely);
@@ -184,7 +184,7 @@ FocusSearch AccessibleFocus::search(const AccessibilityBus& bus, const std::stri
         searched_[name] = steady_clock::now();
         return result;
     }
-    const auto look = lookAt(bus, *result.focused, deadline);
+    const auto look = lookAt(bus, *result.focused, limits.deadline);
     if (!look) return {};
     found(*result.focused, kindOf(*look));
     return result;
@@ -194,9 +194,15 @@ FocusSearch AccessibleFocus::focusedOf(const Names& names, Deadline deadline) {
     const Bus bus = this->bus();
     if (!bus) return {};
     if (const auto told = toldFocus(*bus, names, deadline)) return {told, true};
+    return searchFocus(names, {.deadline = deadline});
+}
+
+FocusSearch AccessibleFocus::searchFocus(const Names& names, const SearchLimits& limits) {
+    const Bus bus = this->bus();
+    if (!bus) return {};
     bool isComplete = true;
     for (const std::string& name : names) {
-        const FocusSearch result = search(*bus, name, deadline);
+        const FocusSearch result = search(*bus, name, limits);
         if (result.focused) return result;
         isComplete = isComplete && result.isComplete;
     }

@@ -21,6 +21,7 @@
 namespace orvel::x11 {
 
 class AccessibilityBus;
+struct SearchLimits;
 
 /// Which object of which application has the keyboard, as applications tell it over the
 /// accessibility bus. Connects in the background, and again when the bus was gone. Any thread;
@@ -50,6 +51,8 @@ public:
     /// The object of these applications that has the keyboard, asked whether it still has; objects
     /// are searched when none was told. Not complete when an application did not answer.
     [[nodiscard]] FocusSearch focusedOf(const Names& names, Deadline deadline);
+    /// Searches the objects without regard to what was told; what it finds is known from then on.
+    [[nodiscard]] FocusSearch searchFocus(const Names& names, const SearchLimits& limits);
     /// Where the insertion point of that object is.
     [[nodiscard]] std::optional<RootRect> caretOf(const AccessibleId& object, Deadline deadline);
 
@@ -70,7 +73,7 @@ private:
     [[nodiscard]] std::optional<AccessibleId> toldFocus(const AccessibilityBus& bus,
                                                         const Names& names, Deadline deadline);
     [[nodiscard]] FocusSearch search(const AccessibilityBus& bus, const std::string& name,
-                                     Deadline deadline);
+                                     const SearchLimits& limits);
     [[nodiscard]] bool isSearched(const std::string& name) const;
     void found(const AccessibleId& object, FocusKind kind);
     [[nodiscard]] std::optional<int> processOf(const AccessibilityBus& bus, const std::string& name,

@@ -69,6 +69,11 @@ std::vector<AccessibleId> windowsToSearch(const AccessibilityBus& bus,
     return windows;
 }
 
+Deadline nextDeadline(const SearchLimits& limits) {
+    return limits.eachCall ? std::min(limits.deadline, deadlineIn(*limits.eachCall))
+                           : limits.deadline;
+}
+
 std::optional<RootRect> rectIn(const BusAnswer& answer) {
     if (!answer.reply) return std::nullopt;
     const GVariant* reply = answer.reply.get();
@@ -164,19 +169,21 @@ std::optional<AccessibleLook> lookAt(const AccessibilityBus& bus, const Accessib
 }
 
 FocusSearch findFocus(const AccessibilityBus& bus, const std::string& application,
-                      Deadline deadline) {
-    auto windows = childrenOf(bus, rootOf(application), deadline);
+                      const SearchLimits& limits) {
+    auto windows = childrenOf(bus, rootOf(application), nextDeadline(limits));
     if (!windows) return {};
-    auto open = windowsToSearch(bus, std::move(*windows), deadline);
+    auto open = windowsToSearch(bus, std::move(*windows), nextDeadline(limits));
     std::size_t asked = 0;
     bool isComplete = true;
     while (!open.empty()) {
         const AccessibleId object = std::move(open.back());
         open.pop_back();
-        if (++asked > kMostObjects || timeLeft(deadline) == Milliseconds::zero()) return {};
+        const auto deadline = nextDeadline(limits);
+        if (++asked > kMostObjects || limits.stop.stop_requested()) return {};
         const auto states = statesOf(bus, object, deadline);
         if (states && has(*states, kFocusedState)) return {object, true};
         auto children = childrenOf(bus, object, deadline);
+        if (timeLeft(deadline) == Milliseconds::zero()) return {};
         isComplete = isComplete && states && children;
         if (!children) continue;
         // The last one is asked next: what comes first in a window is asked first.

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 namespace orvel::x11 {
@@ -23,9 +24,17 @@ struct AccessibleLook {
 [[nodiscard]] std::optional<AccessibleLook> lookAt(const AccessibilityBus& bus,
                                                    const AccessibleId& object, Deadline deadline);
 
+/// When a search is given up.
+struct SearchLimits {
+    Deadline deadline;
+    /// An application that is silent for so long hangs. Absent: until the deadline.
+    std::optional<Milliseconds> eachCall = std::nullopt;
+    std::stop_token stop = {};
+};
+
 /// Asks an application's objects one by one; for those whose focus was not told.
 [[nodiscard]] FocusSearch findFocus(const AccessibilityBus& bus, const std::string& application,
-                                    Deadline deadline);
+                                    const SearchLimits& limits);
 
 /// Where the insertion point of a text lies in the root window: no width, as high as the line.
 /// Absent for what has none, and for an application that names no place on the screen.

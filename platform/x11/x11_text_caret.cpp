@@ -1,12 +1,15 @@
 #include "platform/x11/x11_text_caret.hpp"
 
 #include "platform/x11/accessibility_bus.hpp"
+#include "platform/x11/accessible_objects.hpp"
 
 #include <condition_variable>
 #include <cstdlib>
 #include <mutex>
+#include <stop_token>
 #include <string_view>
 #include <thread>
+#include <utility>
 
 namespace orvel::x11 {
 
@@ -14,11 +17,14 @@ namespace {
 
 /// A caret that takes longer is not worth waiting for: the keyboard waits as well.
 constexpr Milliseconds kLimit{150};
+/// An application with many objects, or on a busy machine, takes longer to search. Nobody waits.
+constexpr Milliseconds kSearchLimit{5000};
 
 }  // namespace
 
 /// One question at a time, asked beside the caller. A question that is late is given up by the
-/// caller and ends by itself soon after, since every call in it has the same end.
+/// caller and ends by itself soon after, since every call in it has the same end. Where only the
+/// time did not suffice to find what has the focus, the search goes on for the next question.
 class X11TextCaret::Asker {
 public:
     explicit Asker(AccessibleFocus& focus) : focus_(focus), thread_([this] { answer(); }) {}
@@ -27,6 +33,7 @@ public:
             const std::lock_guard lock(mutex_);
             isEnding_ = true;
         }
+        search_.request_stop();
         changed_.notify_all();
         thread_.join();
     }
@@ -54,18 +61,31 @@ private:
             const int process = process_;
             const Deadline deadline = deadline_;
             lock.unlock();
-            const auto caret = caretOf(process, deadline);
+            const auto [caret, unsearched] = caretOf(process, deadline);
             lock.lock();
             caret_ = caret;
             answered_ = number;
             changed_.notify_all();
+            if (unsearched.empty()) continue;
+            lock.unlock();
+            static_cast<void>(focus_.searchFocus(unsearched, {.deadline = deadlineIn(kSearchLimit),
+                                                              .eachCall = kLimit,
+                                                              .stop = search_.get_token()}));
+            lock.lock();
         }
     }
-    std::optional<RootRect> caretOf(int process, Deadline deadline) {
-        if (focus_.presence() != AccessibleFocus::Presence::present) return std::nullopt;
-        const auto names = focus_.namesOf(process, deadline);
-        const auto focused = focus_.focusedOf(names, deadline).focused;
-        return focused ? focus_.caretOf(*focused, deadline) : std::nullopt;
+
+    struct Answer {
+        std::optional<RootRect> caret;
+        AccessibleFocus::Names unsearched;
+    };
+    Answer caretOf(int process, Deadline deadline) {
+        if (focus_.presence() != AccessibleFocus::Presence::present) return {};
+        auto names = focus_.namesOf(process, deadline);
+        const auto found = focus_.focusedOf(names, deadline);
+        if (found.focused) return {focus_.caretOf(*found.focused, deadline), {}};
+        if (found.isComplete) names.clear();
+        return {std::nullopt, std::move(names)};
     }
 
     AccessibleFocus& focus_;
@@ -77,6 +97,7 @@ private:
     int process_ = 0;
     Deadline deadline_{};
     std::optional<RootRect> caret_;
+    std::stop_source search_;
     std::thread thread_;
 };
 

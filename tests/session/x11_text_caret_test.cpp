@@ -149,6 +149,17 @@ TEST_F(X11TextCaretTest, FollowsWhatIsTypedIntoAnEditorOfQt) {
                              })));
 }
 
+TEST_F(X11TextCaretTest, IsFoundInAnApplicationThatHadTheFocusBeforeAndTakesLongToSearch) {
+    const Application crowded(
+        tellingDesktop(),
+        {std::string(std::getenv("ORVEL_BUILD_DIR")) + "/rig/orvel-rig-text-field", "crowded",
+         "plain", "1500"},
+        "crowded");
+    OpenServices late(desktop());
+    EXPECT_TRUE(eventually(
+        late, [&] { return late->textCaret().caretRect(); }, Optional(inside(crowded))));
+}
+
 TEST_F(X11TextCaretTest, IsKnownInATerminalThatTellsIt) {
     const Application terminal(tellingDesktop(),
                                {"xfce4-terminal", "--disable-server", "--title", "shell"}, "shell");

@@ -1,18 +1,21 @@
 // A window with a text field, made with a toolkit as ordinary applications are.
 //
-//   orvel-rig-text-field TITLE plain|password|both
+//   orvel-rig-text-field TITLE plain|password|both [LABELS]
 //
-// With both, a plain one stands above one for a password. Prints "typed TEXT" at each Return in a
-// field and empties that.
+// With both, a plain one stands above one for a password. So many labels stand above them. Prints
+// "typed TEXT" at each Return in a field and empties that.
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QString>
 #include <QVBoxLayout>
 #include <QWidget>
 
 #include <iostream>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -30,14 +33,19 @@ void addField(QVBoxLayout& layout, QLineEdit& field, bool isPassword) {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 3) {
-        std::cerr << "usage: " << argv[0] << " TITLE plain|password|both\n";
+    if (arguments.size() != 3 && arguments.size() != 4) {
+        std::cerr << "usage: " << argv[0] << " TITLE plain|password|both [LABELS]\n";
         return 2;
     }
     QWidget window;
     QLineEdit plain;
     QLineEdit password;
     QVBoxLayout layout(&window);
+    QWidget labels;
+    std::vector<std::unique_ptr<QLabel>> inside;
+    for (int left = arguments.value(3).toInt(); left > 0; --left)
+        inside.push_back(std::make_unique<QLabel>("label", &labels));
+    if (!inside.empty()) layout.addWidget(&labels);
     if (arguments[2] != "password") addField(layout, plain, false);
     if (arguments[2] != "plain") addField(layout, password, true);
     window.setWindowTitle(arguments[1]);
