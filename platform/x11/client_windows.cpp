@@ -124,6 +124,7 @@ void ClientWindows::watch() {
 }
 
 void ClientWindows::propertyChanged(const xcb_property_notify_event_t& notice) {
+    if (isRefreshDue_) return;
     if (notice.window == server_.root()) {
         if (notice.atom == server_.atom("_NET_CLIENT_LIST")) readList();
         if (notice.atom == server_.atom("_NET_ACTIVE_WINDOW")) readActive();
@@ -137,24 +138,43 @@ void ClientWindows::propertyChanged(const xcb_property_notify_event_t& notice) {
         std::find_if(windows_.begin(), windows_.end(),
                      [&](const ClientWindow& each) { return each.id == notice.window; });
     if (!tellsIdentity || known == windows_.end()) return;
+    const auto late = server_.lateReplies();
     auto fresh = describe({notice.window}).front();
-    if (fresh == *known) return;
+    if (makeUpForLate(late) || fresh == *known) return;
     *known = std::move(fresh);
     regroup();
 }
 
 void ClientWindows::refresh() {
-    windows_.clear();
+    auto known = std::exchange(windows_, {});
     readList();
+    if (isRefreshDue_) {
+        if (windows_.empty()) windows_ = std::move(known);
+        return;
+    }
     readActive();
 }
 
+bool ClientWindows::makeUpForLate(unsigned before) {
+    if (server_.lateReplies() == before) return false;
+    if (std::exchange(isRefreshDue_, true)) return true;
+    server_.onceAnswering([this, isAlive = std::weak_ptr(isAlive_)] {
+        if (isAlive.expired()) return;
+        isRefreshDue_ = false;
+        refresh();
+    });
+    return true;
+}
+
 void ClientWindows::readList() {
+    const auto late = server_.lateReplies();
     const auto listed = cardinals(server_, server_.root(), "_NET_CLIENT_LIST");
+    if (makeUpForLate(late)) return;
     std::vector<xcb_window_t> unknown;
     std::copy_if(listed.begin(), listed.end(), std::back_inserter(unknown),
                  [this](xcb_window_t window) { return find(window) == nullptr; });
     auto described = describe(unknown);
+    makeUpForLate(late);
     std::move(windows_.begin(), windows_.end(), std::back_inserter(described));
     windows_.clear();
     for (const auto window : listed) {
@@ -168,7 +188,9 @@ void ClientWindows::readList() {
 }
 
 void ClientWindows::readActive() {
+    const auto late = server_.lateReplies();
     const auto active = cardinals(server_, server_.root(), "_NET_ACTIVE_WINDOW");
+    if (makeUpForLate(late)) return;
     active_ = active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
     // A window may become active before the list that has it is announced.
     if (active_ != XCB_WINDOW_NONE && find(active_) == nullptr) readList();

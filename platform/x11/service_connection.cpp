@@ -74,12 +74,15 @@ void* ServiceConnection::waitFor(unsigned sequence, Deadline deadline) {
         const auto left = timeLeft(deadline);
         if (left == Milliseconds::zero() || !isAlive()) {
             xcb_discard_reply(connection_, sequence);
+            ++lateReplies_;
             break;
         }
         pollReadable(fd(), std::min(left, kLookAgain));
     }
     std::free(error);
     putEventsAside();
+    // The sign that the server answers again may have been read together with this reply.
+    if (!missed_.empty()) askForWake();
     return answer;
 }
 
@@ -130,6 +133,7 @@ void ServiceConnection::dispatch() {
         if (event == nullptr) break;
         deliver(*event);
     }
+    runMissed();
     xcb_flush(connection_);
     if (!isAlive() && lost_) std::exchange(lost_, nullptr)();
 }
@@ -152,12 +156,32 @@ bool ServiceConnection::waitForEvent(Deadline deadline) {
     }
 }
 
+void ServiceConnection::onceAnswering(std::function<void()> task) {
+    if (missed_.empty()) sign_ = xcb_get_input_focus(connection_).sequence;
+    missed_.push_back(std::move(task));
+    xcb_flush(connection_);
+}
+
+void ServiceConnection::runMissed() {
+    if (missed_.empty()) return;
+    void* answer = nullptr;
+    xcb_generic_error_t* error = nullptr;
+    if (xcb_poll_for_reply(connection_, sign_, &answer, &error) != 0) {
+        std::free(answer);
+        std::free(error);
+        for (const auto& task : std::exchange(missed_, {})) task();
+    }
+    putEventsAside();
+}
+
 void ServiceConnection::putEventsAside() {
     while (auto* event = xcb_poll_for_queued_event(connection_)) aside_.emplace_back(event);
-    if (!aside_.empty() && !hasAskedForWake_ && wake_) {
-        hasAskedForWake_ = true;
-        wake_();
-    }
+    if (!aside_.empty()) askForWake();
+}
+
+void ServiceConnection::askForWake() {
+    if (!wake_ || std::exchange(hasAskedForWake_, true)) return;
+    wake_();
 }
 
 void ServiceConnection::deliver(const xcb_generic_event_t& event) {

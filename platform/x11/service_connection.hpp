@@ -80,6 +80,11 @@ public:
     void selectEvents(xcb_window_t window, std::uint32_t bits);
     /// Takes back everything that was selected on a window.
     void deselectEvents(xcb_window_t window);
+    /// How many replies did not come by their deadline.
+    [[nodiscard]] unsigned lateReplies() const { return lateReplies_; }
+    /// Calls `task` once from `dispatch` when the server answers again: for whoever keeps what a
+    /// reply told, and missed one. Nothing waits until then.
+    void onceAnswering(std::function<void()> task);
     /// Handles everything that has arrived; to be called when `fd` is readable.
     void dispatch();
     /// `wake` is called when a wait put events aside, so that `dispatch` must run soon although
@@ -93,6 +98,8 @@ private:
 
     void* waitFor(unsigned sequence, Deadline deadline);
     void putEventsAside();
+    void askForWake();
+    void runMissed();
     void deliver(const xcb_generic_event_t& event);
 
     struct Handler {
@@ -111,6 +118,10 @@ private:
     std::function<void()> wake_;
     std::function<void()> lost_;
     bool hasAskedForWake_ = false;
+    unsigned lateReplies_ = 0;
+    std::vector<std::function<void()>> missed_;
+    /// The request whose reply shows that the server answers again.
+    unsigned sign_ = 0;
 };
 
 }  // namespace orvel::x11

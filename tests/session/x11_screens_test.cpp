@@ -47,6 +47,18 @@ TEST_F(X11ScreensTest, AScreenIsThereOncePluggedAndGoneOnceUnplugged) {
         services_, [this] { return frames(); }, ElementsAre(kFirst)));
 }
 
+TEST_F(X11ScreensTest, AScreenPluggedWhileAnotherProgramHeldTheServerIsThereOnceItLetsGo) {
+    server().plugSecondMonitor({1280, 800}, rig::MonitorSide::rightOfFirst);
+    rig::waitForWindowManager(desktop().x());
+    {
+        const rig::ServerGrab grab(desktop().x());
+        services_.settle();
+    }
+    EXPECT_TRUE(eventually(
+        services_, [this] { return frames(); },
+        ElementsAre(kFirst, ScreenRect{1920, 280, 1280, 800})));
+}
+
 TEST_F(X11ScreensTest, AScreenThatChangesItsSizeIsFollowed) {
     server().resizeMonitor({1280, 800});
     EXPECT_TRUE(eventually(

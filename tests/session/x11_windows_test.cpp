@@ -102,6 +102,18 @@ TEST_P(X11Windows, AWindowIsPutExactlyWhereItIsWantedFrameIncluded) {
     EXPECT_LT(inside.height, 500);
 }
 
+TEST_P(X11Windows, AWindowThatCameWhileAnotherProgramHeldTheServerIsKnownOnceItLetsGo) {
+    auto app = startApp();
+    rig::waitForFocus(desktop().x(), app.open({}));
+    rig::waitForWindowManager(desktop().x());
+    {
+        const rig::ServerGrab grab(desktop().x());
+        services_->settle();
+    }
+    EXPECT_TRUE(eventually(
+        *services_, [this] { return frontPid(); }, Optional(pidOf(app))));
+}
+
 TEST_P(X11Windows, TheSamePlaceAgainBringsAWindowBackThatWasMovedInBetween) {
     auto app = startApp();
     const auto window = axWindow(app, app.open({}));
