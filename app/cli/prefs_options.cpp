@@ -58,7 +58,8 @@ int PrefsOptions::run(std::istream& in, std::ostream& out, std::ostream& err) {
     if (import_->parsed()) return command.importFrom(absolute(file_), in, skipsUnknown_);
     const std::vector<std::string> words = set_->remaining();
     if (words.size() < 2) {
-        err << "orvel prefs set: KEY and VALUE are required\n";
+        err << "orvel prefs set: KEY and VALUE are required\n"
+               "Run 'orvel prefs set --help' for more information.\n";
         return kWrongUse;
     }
     const auto value = words.begin() + (words[1] == "--" ? 2 : 1);

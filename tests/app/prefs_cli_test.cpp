@@ -125,6 +125,14 @@ TEST_F(PrefsCli, AnUnknownKeyIsRefusedWithTheNearestName) {
     EXPECT_FALSE(home.has(kFile));
 }
 
+TEST_F(PrefsCli, SettingNothingIsRefusedWithTheWayToHelp) {
+    const ProgramRun run = prefs({"set", "card_snap"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.err,
+              "orvel prefs set: KEY and VALUE are required\n"
+              "Run 'orvel prefs set --help' for more information.\n");
+}
+
 TEST_F(PrefsCli, AValueOfAnotherTypeIsRefused) {
     EXPECT_THAT(refusal({"set", "card_snap", "maybe"}), StartsWith("orvel: card_snap: 'maybe'"));
     EXPECT_THAT(refusal({"set", "card_snap", ""}), HasSubstr("''"));
