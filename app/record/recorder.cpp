@@ -99,9 +99,8 @@ void Recorder::begin() {
 
 EventVerdict Recorder::record(Event& event, const EventHandler& handler) {
     hold(eventStep(event), look());
-    const Event before = event;
     const EventVerdict verdict = handler(event);
-    hold(decisionLine(verdict, event == before ? before : event));
+    hold(decisionLine(verdict, event));
     return verdict;
 }
 
