@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <poll.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
 #include <utility>
 
 namespace orvel::x11 {
@@ -33,7 +31,6 @@ TypingCourt::TypingCourt(std::unique_ptr<ServiceConnection> server, AccessibleFo
     : server_(std::move(server)),
       focus_(focus),
       window_(xcb_generate_id(server_->raw())),
-      wakeFd_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       target_(*server_),
       judge_(*server_, focus),
       ping_(*server_, [this](WindowPing::Number number) { answers_.push_back(number); }) {
@@ -42,7 +39,7 @@ TypingCourt::TypingCourt(std::unique_ptr<ServiceConnection> server, AccessibleFo
     marks_ = server_->onEvent(XCB_CLIENT_MESSAGE,
                               [this](const xcb_generic_event_t& event) { marked(event); });
     server_->setHooks([this] { hasMore_ = true; }, nullptr);
-    focus_.onChange([this] { wake(); });
+    focus_.onChange([this] { wake_.set(); });
     // The first moment meets a window that is known.
     target_.update();
     seeTarget();
@@ -55,14 +52,8 @@ TypingCourt::~TypingCourt() {
         const std::lock_guard lock(mutex_);
         isEnding_ = true;
     }
-    wake();
+    wake_.set();
     thread_.join();
-    ::close(wakeFd_);
-}
-
-void TypingCourt::wake() {
-    const std::uint64_t one = 1;
-    static_cast<void>(!::write(wakeFd_, &one, sizeof one));
 }
 
 void TypingCourt::wakeAt(Deadline deadline) { wakeAt_ = std::min(wakeAt_, deadline); }
@@ -71,10 +62,9 @@ void TypingCourt::waitForWork() {
     server_->flush();
     const bool isAlive = server_->isAlive();
     if (std::exchange(hasMore_, false) && isAlive) return;
-    pollfd entries[] = {{wakeFd_, POLLIN, 0}, {server_->fd(), POLLIN, 0}};
+    pollfd entries[] = {{wake_.fd(), POLLIN, 0}, {server_->fd(), POLLIN, 0}};
     ::poll(entries, isAlive ? 2 : 1, static_cast<int>(timeLeft(wakeAt_).count()));
-    std::uint64_t count = 0;
-    static_cast<void>(!::read(wakeFd_, &count, sizeof count));
+    wake_.clear();
 }
 
 void TypingCourt::run() {
@@ -267,7 +257,7 @@ void TypingCourt::setHeld(InputTicket ticket, bool isHeld) {
         const std::lock_guard lock(mutex_);
         held_[ticket] = isHeld;
     }
-    wake();
+    wake_.set();
 }
 
 Secrecy TypingCourt::of(InputTicket ticket) const {

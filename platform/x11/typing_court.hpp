@@ -3,6 +3,7 @@
 #include "platform/base/typed_secrecy.hpp"
 #include "platform/x11/keyboard_target.hpp"
 #include "platform/x11/typing_judge.hpp"
+#include "platform/x11/wake_signal.hpp"
 #include "platform/x11/window_ping.hpp"
 
 #include <condition_variable>
@@ -60,7 +61,6 @@ private:
 
     void run();
     void waitForWork();
-    void wake();
     void marked(const xcb_generic_event_t& event);
     void seeTarget();
     void judge();
@@ -80,7 +80,7 @@ private:
     std::unique_ptr<ServiceConnection> server_;
     AccessibleFocus& focus_;
     xcb_window_t window_;
-    int wakeFd_;
+    WakeSignal wake_;
     KeyboardTarget target_;
     TypingJudge judge_;
     WindowPing ping_;
