@@ -12,13 +12,6 @@
 
 namespace orvel::x11 {
 
-/// What came of a call. An application that does not know what it was asked answers; one that
-/// hangs does not.
-struct BusAnswer {
-    GVariantHolder reply;  ///< null on any failure
-    bool isAnswered = false;
-};
-
 /// A connection to the bus on which applications tell what they show, with the calls of its
 /// protocol made directly: no library between that could end the program or wait without an end.
 /// Any thread.

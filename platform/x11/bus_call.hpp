@@ -13,6 +13,13 @@ enum class Bus { system, session };
 /// How long a bus and the one who is called may take together.
 inline constexpr std::chrono::milliseconds kBusLimit{2000};
 
+/// What came of a call. One who refuses, or does not know what he was asked, has answered; one who
+/// hangs has not.
+struct BusAnswer {
+    GVariantHolder reply;  ///< null on any failure
+    bool isAnswered = false;
+};
+
 /// The library ends the program when a bus goes away that it uses for itself. From here on it does
 /// not. May wait for the bus.
 void outliveBuses();

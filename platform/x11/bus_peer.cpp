@@ -21,8 +21,8 @@ void answer(GObject* bus, GAsyncResult* result, gpointer data) {
     const GErrorHolder error(problem);
     // Who asked is gone.
     if (g_error_matches(problem, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
-    const bool wasGiven = reply != nullptr || g_dbus_error_is_remote_error(problem) != FALSE;
-    (*answered)({std::move(reply), wasGiven});
+    const bool isAnswered = reply != nullptr || g_dbus_error_is_remote_error(problem) != FALSE;
+    (*answered)({std::move(reply), isAnswered});
 }
 
 void hear(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,

@@ -9,12 +9,6 @@
 
 namespace orvel::x11 {
 
-struct BusAnswer {
-    GVariantHolder value;  ///< null when there is none
-    /// Whether the other one said anything at all, if only that he refuses.
-    bool wasGiven = false;
-};
-
 /// Somebody on a message bus who is asked without being waited for. What is still under way when
 /// this object ends is called off, and no signal is told any more. Belongs to the thread that made
 /// it, whose context answers and signals come on.

@@ -55,9 +55,9 @@ void FcitxDaemon::ask(const char* method, GVariant* parameters, const char* answ
     peer_->call(kController, method, parameters, answerType, kDaemonLimit,
                 [this, answered = std::move(answered)](const BusAnswer& answer) {
                     isAsking_ = false;
-                    isSilent_ = !answer.wasGiven;
+                    isSilent_ = !answer.isAnswered;
                     if (isSilent_) board_.setPresence(DaemonKind::fcitx, DaemonPresence::silent);
-                    if (answer.value != nullptr) answered(answer.value.get());
+                    if (answer.reply != nullptr) answered(answer.reply.get());
                 });
 }
 

@@ -141,8 +141,8 @@ IbusDaemon::IbusDaemon(const BusConnection& session, InputMethodBoard& board)
 void IbusDaemon::appeared(const std::string& owner) {
     sessionBus_.call(kBus, "GetConnectionUnixProcessID", g_variant_new("(s)", owner.c_str()), "(u)",
                      kDaemonLimit, [this](const BusAnswer& answer) {
-                         if (answer.value == nullptr) return;
-                         g_variant_get(answer.value.get(), "(u)", &process_);
+                         if (answer.reply == nullptr) return;
+                         g_variant_get(answer.reply.get(), "(u)", &process_);
                          connect();
                      });
 }
@@ -183,9 +183,9 @@ void IbusDaemon::ask(const char* interface, const char* method, GVariant* parame
     lastTry_ = std::chrono::steady_clock::now();
     peer_->call(interface, method, parameters, answerType, kDaemonLimit,
                 [this, answered = std::move(answered)](const BusAnswer& answer) {
-                    if (!answer.wasGiven) return fallSilent();
+                    if (!answer.isAnswered) return fallSilent();
                     isSilent_ = false;
-                    answered(answer.value.get());
+                    answered(answer.reply.get());
                 });
 }
 
