@@ -1,5 +1,7 @@
 #include "platform/x11/desktop_appearance.hpp"
 
+#include "platform/x11/server_of_qt.hpp"
+#include "platform/x11/x_reply.hpp"
 #include "platform/x11/x_settings.hpp"
 
 #include <QApplication>
@@ -14,10 +16,6 @@
 #include <QStandardPaths>
 #include <xcb/xcb.h>
 
-#include <cstdlib>
-#include <memory>
-#include <string_view>
-
 namespace orvel::x11 {
 
 namespace {
@@ -29,19 +27,6 @@ const QString kLooks = QStringLiteral("org.freedesktop.appearance");
 const QString kColorScheme = QStringLiteral("color-scheme");
 const QString kInterface = QStringLiteral("org.gnome.desktop.interface");
 const QString kAnimations = QStringLiteral("enable-animations");
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <typename T>
-using Owned = std::unique_ptr<T, Free>;
-
-xcb_atom_t atom(xcb_connection_t* server, std::string_view name) {
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-        server, xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
 
 std::uint32_t propertyLength(const xcb_get_property_reply_t& reply) {
     return static_cast<std::uint32_t>(xcb_get_property_value_length(&reply));
@@ -79,12 +64,11 @@ DesktopAppearance::DesktopAppearance(qt::Appearance& appearance)
         askPortal(kLooks, kColorScheme);
         askPortal(kInterface, kAnimations);
     }
-    auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    server_ = native == nullptr ? nullptr : native->connection();
+    server_ = serverOfQt();
     if (server_ != nullptr) {
-        daemonSelection_ = atom(server_, "_XSETTINGS_S0");
-        daemonProperty_ = atom(server_, "_XSETTINGS_SETTINGS");
-        daemonAnnouncement_ = atom(server_, "MANAGER");
+        daemonSelection_ = internAtom(server_, "_XSETTINGS_S0");
+        daemonProperty_ = internAtom(server_, "_XSETTINGS_SETTINGS");
+        daemonAnnouncement_ = internAtom(server_, "MANAGER");
         qApp->installNativeEventFilter(this);
         findDaemon();
     }
@@ -142,9 +126,7 @@ bool DesktopAppearance::nativeEventFilter(const QByteArray& /*kind*/, void* mess
 }
 
 void DesktopAppearance::findDaemon() {
-    const Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        server_, xcb_get_selection_owner(server_, daemonSelection_), nullptr));
-    daemonWindow_ = owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
+    daemonWindow_ = selectionOwner(server_, daemonSelection_);
     if (daemonWindow_ == XCB_WINDOW_NONE) return;
     // Qt asks for the same on this connection, and the last who asks counts.
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -154,7 +136,7 @@ void DesktopAppearance::findDaemon() {
 
 void DesktopAppearance::readDaemon() {
     constexpr std::uint32_t kLargest = 65536;
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         server_,
         xcb_get_property(server_, 0, daemonWindow_, daemonProperty_, XCB_ATOM_ANY, 0, kLargest),
         nullptr));

@@ -2,6 +2,7 @@
 
 #include <xcb/xcbext.h>
 
+#include <cstdlib>
 #include <poll.h>
 #include <utility>
 

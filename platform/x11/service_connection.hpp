@@ -2,12 +2,12 @@
 
 #include "platform/base/published.hpp"
 #include "platform/base/result.hpp"
+#include "platform/x11/x_reply.hpp"
 
 #include <xcb/xcb.h>
 
 #include <chrono>
 #include <cstdint>
-#include <cstdlib>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -30,12 +30,6 @@ inline constexpr Milliseconds kServerLimit{400};
 inline Deadline deadlineIn(Milliseconds limit) { return std::chrono::steady_clock::now() + limit; }
 /// What is left until the deadline, rounded up; zero when it has passed.
 Milliseconds timeLeft(Deadline deadline);
-
-struct FreeDeleter {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <typename T>
-using Reply = std::unique_ptr<T, FreeDeleter>;
 
 /// The services' own connection to the X server, beside the one that carries keys: whatever a
 /// service waits for, no key event stands behind it. Every wait has an end, and an error about a

@@ -1,5 +1,7 @@
 #include "platform/x11/x11_event_monitors.hpp"
 
+#include "platform/x11/x_reply.hpp"
+
 #include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
@@ -9,18 +11,11 @@
 #include <xcb/xinput.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 namespace orvel::x11 {
 
 namespace {
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <typename T>
-using Owned = std::unique_ptr<T, Free>;
 
 EventMask maskOfButton(std::uint32_t button) {
     switch (button) {
@@ -52,7 +47,7 @@ bool isMenuOpen() {
 
 /// Without this the server takes the connection for one that knows no raw events.
 void announceInputVersion(xcb_connection_t* connection) {
-    const Owned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+    const Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
         connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
 }
 
@@ -172,7 +167,7 @@ void X11EventMonitors::selectWhatIsWatched() {
 }
 
 void X11EventMonitors::drain() {
-    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
         if ((event->response_type & 0x7f) != XCB_GE_GENERIC) continue;
         const auto* general = reinterpret_cast<const xcb_ge_generic_event_t*>(event.get());
         if (general->extension != inputOpcode_) continue;

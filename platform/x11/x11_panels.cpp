@@ -1,13 +1,12 @@
 #include "platform/x11/x11_panels.hpp"
 
-#include <QGuiApplication>
+#include "platform/x11/server_of_qt.hpp"
+
 #include <QPainterPath>
 #include <QRegion>
 #include <QWindow>
 #include <xcb/xcb.h>
 
-#include <cstdlib>
-#include <memory>
 #include <string_view>
 
 namespace orvel::x11 {
@@ -16,31 +15,12 @@ namespace {
 
 constexpr std::uint32_t kEveryWorkspace = 0xFFFFFFFF;
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
-xcb_connection_t* serverOfQt() {
-    auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return native == nullptr ? nullptr : native->connection();
-}
-
-xcb_atom_t atom(xcb_connection_t* server, std::string_view name) {
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(xcb_intern_atom_reply(
-        server, xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
 xcb_window_t rootOf(xcb_connection_t* server) {
     return xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
 }
 
 bool isCompositorRunning(xcb_connection_t* server) {
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> reply(
-        xcb_get_selection_owner_reply(
-            server, xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0")), nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
+    return selectionOwner(server, internAtom(server, "_NET_WM_CM_S0")) != XCB_WINDOW_NONE;
 }
 
 void askForEveryWorkspace(xcb_connection_t* server, xcb_window_t window) {
@@ -48,7 +28,7 @@ void askForEveryWorkspace(xcb_connection_t* server, xcb_window_t window) {
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
-    message.type = atom(server, "_NET_WM_DESKTOP");
+    message.type = internAtom(server, "_NET_WM_DESKTOP");
     message.data.data32[0] = kEveryWorkspace;
     message.data.data32[1] = 2;  // From a pager: window managers obey it.
     xcb_send_event(server, 0, rootOf(server),
