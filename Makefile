@@ -36,14 +36,13 @@ replay: steps-file build ## replay FILE=steps.jsonl on the in-memory desktop
 steps-file:
 	@test -n "$(FILE)" || { echo "usage: make replay FILE=steps.jsonl" >&2; exit 2; }
 
+# Real sessions run beside each other and beside a compiler on few processors. What failed runs once
+# more, alone: it fails again when it is broken, and is named in the output when it was only late.
 .PHONY: test
 test: deps ## build and run every test
 	$(call build,debug,debug)
-	@ctest --preset debug --parallel $(JOBS) || $(call again,debug)
-
-# Real sessions run beside each other and beside a compiler on few processors. What failed runs once
-# more, alone: it fails again when it is broken, and is named in the output when it was only late.
-again = { echo "== once more, alone: what failed beside the others"; ctest --preset $(1) --rerun-failed; }
+	@ctest --preset debug --parallel $(JOBS) || { \
+		echo "== once more, alone: what failed beside the others"; ctest --preset debug --rerun-failed; }
 
 .PHONY: asan
 asan: deps ## every test that needs no X server, under the address and undefined-behaviour sanitizers
