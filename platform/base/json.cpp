@@ -1,5 +1,7 @@
 #include "platform/base/json.hpp"
 
+#include "platform/base/utf8.hpp"
+
 #include <charconv>
 #include <cmath>
 #include <locale>
@@ -117,39 +119,6 @@ private:
     std::vector<Open> open_;
     std::string_view refusal_;
 };
-
-unsigned char byteAt(std::string_view text, std::size_t i) {
-    return static_cast<unsigned char>(text[i]);
-}
-
-/// Whether `count` continuation bytes follow the first byte of `text`.
-bool continues(std::string_view text, std::size_t count) {
-    if (text.size() <= count) return false;
-    for (std::size_t i = 1; i <= count; ++i) {
-        if ((byteAt(text, i) & 0xC0) != 0x80) return false;
-    }
-    return true;
-}
-
-/// Length of the valid UTF-8 sequence at the start of `text`, 0 when there is none.
-std::size_t utf8Length(std::string_view text) {
-    const unsigned char lead = byteAt(text, 0);
-    if (lead < 0x80) return 1;
-    if (lead >= 0xC2 && lead <= 0xDF) return continues(text, 1) ? 2 : 0;
-    if (lead >= 0xE0 && lead <= 0xEF) {
-        if (!continues(text, 2)) return 0;
-        const bool overlong = lead == 0xE0 && byteAt(text, 1) < 0xA0;
-        const bool surrogate = lead == 0xED && byteAt(text, 1) > 0x9F;
-        return overlong || surrogate ? 0 : 3;
-    }
-    if (lead >= 0xF0 && lead <= 0xF4) {
-        if (!continues(text, 3)) return 0;
-        const bool overlong = lead == 0xF0 && byteAt(text, 1) < 0x90;
-        const bool tooLarge = lead == 0xF4 && byteAt(text, 1) > 0x8F;
-        return overlong || tooLarge ? 0 : 4;
-    }
-    return 0;
-}
 
 void appendControl(std::string& out, unsigned char control) {
     static constexpr std::string_view hex = "0123456789abcdef";

@@ -1,6 +1,7 @@
 #include "platform/plist/plist_node.hpp"
 
 #include "platform/base/base64.hpp"
+#include "platform/base/utf8.hpp"
 #include "platform/plist/binary_guard.hpp"
 #include "platform/plist/xml_outline.hpp"
 
@@ -50,25 +51,13 @@ PreferenceValue numberValue(plist_t node) {
     return static_cast<std::int64_t>(number);
 }
 
-/// The length of a well-formed UTF-8 sequence at the start of `text`; 0 when there is none that
-/// XML may hold.
+/// The length of the character at the start of `text`; 0 when there is none that XML may hold.
 std::size_t characterLength(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned first = byte(0);
-    if (first < 0x80)
-        return first >= 0x20 || first == '\t' || first == '\n' || first == '\r' ? 1 : 0;
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || text.size() < length) return 0;
-    std::uint32_t point = first & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0) != 0x80) return 0;
-        point = point << 6 | (byte(i) & 0x3FU);
-    }
-    constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool isCharacter = point >= smallest[length] && point < 0x110000 &&
-                             (point < 0xD800 || point > 0xDFFF) && point != 0xFFFE &&
-                             point != 0xFFFF;
-    return isCharacter ? length : 0;
+    const char first = text.front();
+    const bool isControl = static_cast<unsigned char>(first) < 0x20;
+    if (isControl) return first == '\t' || first == '\n' || first == '\r' ? 1 : 0;
+    if (text.starts_with("\uFFFE") || text.starts_with("\uFFFF")) return 0;
+    return utf8Length(text);
 }
 
 std::string fitForXml(std::string_view text) {

@@ -12,26 +12,7 @@ unsigned char byteAt(std::string_view bytes, std::size_t at) {
 
 bool isContinuation(unsigned char byte) { return (byte & 0xc0U) == 0x80; }
 
-std::size_t sequenceLength(unsigned char lead) {
-    if (lead < 0x80) return 1;
-    if ((lead & 0xe0U) == 0xc0) return 2;
-    if ((lead & 0xf0U) == 0xe0) return 3;
-    return (lead & 0xf8U) == 0xf0 ? 4 : 0;
-}
-
 }  // namespace
-
-bool isUtf8(std::string_view bytes) {
-    for (std::size_t at = 0; at < bytes.size();) {
-        const auto length = sequenceLength(byteAt(bytes, at));
-        if (length == 0 || at + length > bytes.size()) return false;
-        for (std::size_t next = 1; next < length; ++next) {
-            if (!isContinuation(byteAt(bytes, at + next))) return false;
-        }
-        at += length;
-    }
-    return true;
-}
 
 std::string utf8FromLatin1(std::string_view latin1) {
     std::string utf8;

@@ -5,9 +5,6 @@
 
 namespace orvel::x11 {
 
-/// Whether the bytes are whole sequences of UTF-8.
-bool isUtf8(std::string_view bytes);
-
 std::string utf8FromLatin1(std::string_view latin1);
 /// What Latin-1 cannot say becomes a question mark.
 std::string latin1FromUtf8(std::string_view utf8);

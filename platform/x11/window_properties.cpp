@@ -1,5 +1,6 @@
 #include "platform/x11/window_properties.hpp"
 
+#include "platform/base/utf8.hpp"
 #include "platform/x11/text_encoding.hpp"
 
 #include <algorithm>

@@ -126,10 +126,12 @@ TEST(PreferenceDocument, KeysAreComparedAsTheyRead) {
 TEST(PreferenceDocument, TextThatXmlCannotHoldIsReplaced) {
     const PreferenceDocument after = changed({}, {{"text", std::string("a\x01"
                                                                        "b\xff"
-                                                                       "c\xed\xa0\x80")}});
+                                                                       "c\xed\xa0\x80"
+                                                                       "d\uffff")}});
     EXPECT_EQ(after.values().at("text"), PreferenceValue("a\uFFFD"
                                                          "b\uFFFD"
-                                                         "c\uFFFD\uFFFD\uFFFD"));
+                                                         "c\uFFFD\uFFFD\uFFFD"
+                                                         "d\uFFFD\uFFFD\uFFFD"));
 }
 
 TEST(PreferenceDocument, ABinaryListIsReadAndBecomesXmlWhenItChanges) {

@@ -16,13 +16,5 @@ TEST(TextEncoding, WritesWhatLatin1CanSay) {
     EXPECT_EQ(latin1FromUtf8("a\xc3"), "a?") << "half a sequence";
 }
 
-TEST(TextEncoding, KnowsWholeSequences) {
-    EXPECT_TRUE(isUtf8(""));
-    EXPECT_TRUE(isUtf8("a\u00e9\u20ac\U0001f680"));
-    EXPECT_FALSE(isUtf8("\xe9"));
-    EXPECT_FALSE(isUtf8("a\xe2\x82"));
-    EXPECT_FALSE(isUtf8("\x80"));
-}
-
 }  // namespace
 }  // namespace orvel::x11
