@@ -18,11 +18,6 @@ namespace orvel::plist {
 
 namespace {
 
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
-using OwnedText = std::unique_ptr<char, FreeText>;
-
 std::string_view textOf(plist_t node) {
     std::uint64_t length = 0;
     const char* text = plist_get_string_ptr(node, &length);
@@ -98,17 +93,9 @@ Json arrayJson(plist_t node) {
 
 Json dictionaryJson(plist_t node) {
     JsonObject object;
-    plist_dict_iter iterator = nullptr;
-    plist_dict_new_iter(node, &iterator);
-    const std::unique_ptr<void, decltype(&std::free)> owned(iterator, &std::free);
-    while (true) {
-        char* key = nullptr;
-        plist_t item = nullptr;
-        plist_dict_next_item(node, iterator, &key, &item);
-        const OwnedText ownedKey(key);
-        if (item == nullptr) break;
-        object.emplace_back(key == nullptr ? "" : key, nodeJson(item));
-    }
+    forEachItem(node, [&object](std::string key, plist_t item) {
+        object.emplace_back(std::move(key), nodeJson(item));
+    });
     return Json(std::move(object));
 }
 
@@ -193,6 +180,21 @@ Json nodeJson(void* node) {
     if (const auto* real = std::get_if<double>(&value)) return Json(*real);
     if (const auto* text = std::get_if<std::string>(&value)) return Json(*text);
     return {};
+}
+
+void forEachItem(void* dictionary, const std::function<void(std::string, void*)>& visit) {
+    using Freed = std::unique_ptr<void, decltype(&std::free)>;
+    plist_dict_iter iterator = nullptr;
+    plist_dict_new_iter(dictionary, &iterator);
+    const Freed ownedIterator(iterator, &std::free);
+    while (true) {
+        char* key = nullptr;
+        plist_t item = nullptr;
+        plist_dict_next_item(dictionary, iterator, &key, &item);
+        const Freed ownedKey(key, &std::free);
+        if (item == nullptr) return;
+        visit(key == nullptr ? std::string() : std::string(key), item);
+    }
 }
 
 std::string nodeXml(void* node) {

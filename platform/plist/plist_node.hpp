@@ -4,6 +4,7 @@
 #include "platform/base/result.hpp"
 #include "platform/preference_store.hpp"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,6 +33,9 @@ PlistNode valueNode(const PreferenceValue& value);
 
 /// Data becomes base64 text, a date its seconds since 2001-01-01T00:00:00Z.
 Json nodeJson(void* node);
+
+/// Calls `visit` with each key of a dictionary and its value, in order.
+void forEachItem(void* dictionary, const std::function<void(std::string key, void* node)>& visit);
 
 /// The text of a whole XML property list.
 std::string nodeXml(void* node);

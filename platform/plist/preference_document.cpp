@@ -8,8 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <memory>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -27,22 +25,6 @@ constexpr std::string_view kEmptyDocument =
     "<dict>\n"
     "</dict>\n"
     "</plist>\n";
-
-/// Calls `visit(key, node)` for each key of a dictionary, in order.
-template <typename Visit>
-void forEachItem(plist_t dictionary, Visit visit) {
-    plist_dict_iter iterator = nullptr;
-    plist_dict_new_iter(dictionary, &iterator);
-    const std::unique_ptr<void, decltype(&std::free)> ownedIterator(iterator, &std::free);
-    while (true) {
-        char* key = nullptr;
-        plist_t item = nullptr;
-        plist_dict_next_item(dictionary, iterator, &key, &item);
-        const std::unique_ptr<char, decltype(&std::free)> ownedKey(key, &std::free);
-        if (item == nullptr) return;
-        visit(key == nullptr ? std::string() : std::string(key), item);
-    }
-}
 
 /// The elements between the tags of the root dictionary that libplist writes around one entry.
 std::string entryXml(const std::string& key, const PreferenceValue& value) {
