@@ -1,25 +1,21 @@
 #include "platform/preference_list.hpp"
 
 #include "platform/macos/mac_preference_values.hpp"
+#include "platform/macos/mac_property_list.hpp"
 #include "platform/macos/mac_text.hpp"
 
 #import <Foundation/Foundation.h>
 
 #include <algorithm>
+#include <span>
 
 namespace orvel {
 
 Result<PreferenceEntries> readPreferenceList(std::string_view bytes) {
     @autoreleasepool {
-        NSData* data = [NSData dataWithBytes:bytes.data() length:bytes.size()];
-        NSError* error = nil;
-        id list = [NSPropertyListSerialization propertyListWithData:data
-                                                            options:NSPropertyListImmutable
-                                                             format:nullptr
-                                                              error:&error];
-        if (list == nil) {
-            return Failure{macos::utf8((__bridge CFStringRef)error.localizedDescription)};
-        }
+        const auto parsed = macos::parsePropertyList(std::as_bytes(std::span(bytes)));
+        if (!parsed) return Failure{parsed.error()};
+        id list = (__bridge id)parsed.value().get();
         if (![list isKindOfClass:[NSDictionary class]])
             return Failure{"the root of the property list is no dictionary"};
         NSDictionary* dictionary = list;

@@ -1,6 +1,7 @@
 #include "platform/macos/mac_property_list.hpp"
 
 #include "platform/base/base64.hpp"
+#include "platform/macos/mac_preference_values.hpp"
 #include "platform/macos/mac_text.hpp"
 
 #import <Foundation/Foundation.h>
@@ -12,18 +13,10 @@ namespace {
 Json jsonOf(id object);
 
 Json jsonOfNumber(CFTypeRef object) {
-    if (CFGetTypeID(object) == CFBooleanGetTypeID()) {
-        return Json(static_cast<bool>(CFBooleanGetValue(static_cast<CFBooleanRef>(object))));
-    }
-    const auto number = static_cast<CFNumberRef>(object);
-    if (CFNumberIsFloatType(number)) {
-        double value = 0;
-        CFNumberGetValue(number, kCFNumberDoubleType, &value);
-        return Json(value);
-    }
-    std::int64_t value = 0;
-    CFNumberGetValue(number, kCFNumberSInt64Type, &value);
-    return Json(value);
+    const PreferenceValue number = preferenceOf(object);
+    if (const bool* flag = std::get_if<bool>(&number)) return Json(*flag);
+    if (const auto* integer = std::get_if<std::int64_t>(&number)) return Json(*integer);
+    return Json(std::get<double>(number));
 }
 
 Json jsonOfArray(NSArray* array) {
@@ -58,7 +51,7 @@ Json jsonOf(id object) {
 
 }  // namespace
 
-Result<Json> jsonOfPropertyList(std::span<const std::byte> bytes) {
+Result<CfRef<CFTypeRef>> parsePropertyList(std::span<const std::byte> bytes) {
     @autoreleasepool {
         NSData* data = [NSData dataWithBytes:bytes.data() length:bytes.size()];
         NSError* error = nil;
@@ -67,7 +60,15 @@ Result<Json> jsonOfPropertyList(std::span<const std::byte> bytes) {
                                                              format:nullptr
                                                               error:&error];
         if (list == nil) return Failure{utf8((__bridge CFStringRef)error.localizedDescription)};
-        return jsonOf(list);
+        return CfRef<CFTypeRef>::retaining((__bridge CFTypeRef)list);
+    }
+}
+
+Result<Json> jsonOfPropertyList(std::span<const std::byte> bytes) {
+    @autoreleasepool {
+        const auto list = parsePropertyList(bytes);
+        if (!list) return Failure{list.error()};
+        return jsonOf((__bridge id)list.value().get());
     }
 }
 
