@@ -23,14 +23,6 @@ constexpr Milliseconds kDecodeLimit{10'000};
 constexpr const char* kTimeProperty = "_ORVEL_TIME";
 constexpr const char* kSaveProperty = "_ORVEL_SAVE";
 
-xcb_window_t makeWindow(ServiceConnection& server) {
-    const auto window = xcb_generate_id(server.raw());
-    xcb_create_window(server.raw(), XCB_COPY_FROM_PARENT, window, server.root(), -1, -1, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-    server.selectEvents(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
-    return window;
-}
-
 }  // namespace
 
 PasteboardWorker::PasteboardWorker(std::unique_ptr<ServiceConnection> server,
@@ -38,7 +30,7 @@ PasteboardWorker::PasteboardWorker(std::unique_ptr<ServiceConnection> server,
     : server_(std::move(server)),
       state_(std::move(state)),
       background_(std::move(background)),
-      window_(makeWindow(*server_)),
+      window_(server_->createHiddenWindow()),
       clipboard_(server_->atom("CLIPBOARD")),
       owner_(*server_, window_, clipboard_),
       reader_(*server_, window_, [this](Deadline deadline) { return handleNext(deadline); }),
@@ -60,6 +52,7 @@ void PasteboardWorker::run() {
 
 void PasteboardWorker::start() {
     server_->setHooks([this] { state_->wake().set(); }, nullptr);
+    server_->selectEvents(window_, XCB_EVENT_MASK_PROPERTY_CHANGE);
     subscriptions_.push_back(
         server_->onEvent(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
             const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);

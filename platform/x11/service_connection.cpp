@@ -108,6 +108,13 @@ Subscription ServiceConnection::onEvent(std::uint8_t responseType, EventHandler 
     });
 }
 
+xcb_window_t ServiceConnection::createHiddenWindow(xcb_window_class_t kind) {
+    const xcb_window_t window = xcb_generate_id(connection_);
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, root(), -1, -1, 1, 1, 0,
+                      static_cast<std::uint16_t>(kind), XCB_COPY_FROM_PARENT, 0, nullptr);
+    return window;
+}
+
 void ServiceConnection::selectEvents(xcb_window_t window, std::uint32_t bits) {
     auto& selected = selected_[window];
     if ((selected | bits) == selected) return;

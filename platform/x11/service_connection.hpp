@@ -70,6 +70,10 @@ public:
 
     /// Calls `handler` for every event of that number from `dispatch`.
     [[nodiscard]] Subscription onEvent(std::uint8_t responseType, EventHandler handler);
+    /// A window of ours that is never shown, beside the screen: for what the protocols want a
+    /// window.
+    [[nodiscard]] xcb_window_t createHiddenWindow(
+        xcb_window_class_t kind = XCB_WINDOW_CLASS_INPUT_ONLY);
     /// Adds event bits to what this connection selected on a window before.
     void selectEvents(xcb_window_t window, std::uint32_t bits);
     /// Takes back everything that was selected on a window.

@@ -30,12 +30,10 @@ std::uint64_t wholeOf(std::uint32_t low, std::uint32_t high) {
 TypingCourt::TypingCourt(std::unique_ptr<ServiceConnection> server, AccessibleFocus& focus)
     : server_(std::move(server)),
       focus_(focus),
-      window_(xcb_generate_id(server_->raw())),
+      window_(server_->createHiddenWindow()),
       target_(*server_),
       judge_(*server_, focus),
       ping_(*server_, [this](WindowPing::Number number) { answers_.push_back(number); }) {
-    xcb_create_window(server_->raw(), XCB_COPY_FROM_PARENT, window_, server_->root(), -1, -1, 1, 1,
-                      0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     marks_ = server_->onEvent(XCB_CLIENT_MESSAGE,
                               [this](const xcb_generic_event_t& event) { marked(event); });
     server_->setHooks([this] { hasMore_ = true; }, nullptr);

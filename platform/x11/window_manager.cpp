@@ -91,9 +91,7 @@ WindowManager::WindowManager(ServiceConnection& server) : server_(server) {
 WindowManager::~WindowManager() { xcb_destroy_window(server_.raw(), barrier_); }
 
 void WindowManager::createBarrier() {
-    barrier_ = xcb_generate_id(server_.raw());
-    xcb_create_window(server_.raw(), XCB_COPY_FROM_PARENT, barrier_, server_.root(), -1, -1, 1, 1,
-                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    barrier_ = server_.createHiddenWindow(XCB_WINDOW_CLASS_INPUT_OUTPUT);
     server_.selectEvents(barrier_, XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
