@@ -30,11 +30,12 @@ int fail(const std::string& message, int status = kFailed) {
 /// Keeps the tap in step with the settings and with the panic chord.
 class Resident {
 public:
-    Resident(qt::QtRunLoop& runLoop, SessionDesktop& desktop, const std::string& display)
+    Resident(qt::QtRunLoop& runLoop, SessionDesktop& desktop, const std::string& display,
+             const SignalPipe& panelRequests)
         : runLoop_(runLoop),
           desktop_(desktop),
           application_(desktop.ports()),
-          panel_(runLoop, desktop.shell(), application_),
+          panel_(runLoop, desktop.shell(), application_, panelRequests),
           note_(x11::SessionNote::claim(display)) {
         desktop.onServerGone([this] { runLoop_.quit(kServerGone); });
         desktop.onSettingsRead([this] { followSettings(); });
@@ -106,7 +107,8 @@ private:
     bool wasPaused_ = false;
 };
 
-int runWithLock(int& argc, char** argv, const SessionOptions& options, const std::string& display) {
+int runWithLock(int& argc, char** argv, const SessionOptions& options, const std::string& display,
+                const SignalPipe& panelRequests) {
     // Before anything opens a display or starts a thread.
     auto guard = x11::GuardProcess::start();
     if (!guard) return fail(guard.error());
@@ -116,7 +118,7 @@ int runWithLock(int& argc, char** argv, const SessionOptions& options, const std
     x11::X11RunLoop runLoop(argc, argv);
     auto desktop = SessionDesktop::open(runLoop.get(), std::move(guard).value(), options);
     if (!desktop) return fail(desktop.error());
-    Resident resident(runLoop.get(), *desktop.value(), display);
+    Resident resident(runLoop.get(), *desktop.value(), display, panelRequests);
     const int status = resident.run();
     if (status == kServerGone) x11::X11Application::sayServerGone();
     return status;
@@ -132,7 +134,8 @@ int runResident(int& argc, char** argv, const SessionOptions& options) {
             "others; log in to an X11 (Xorg) session to use Orvel");
     }
     if (environment.display.empty()) return fail("no X display: DISPLAY is not set");
-    keepPanelRequests();
+    // Before the lock tells others of this process.
+    const SignalPipe panelRequests({kPanelSignal});
     LockRefusal refusal;
     const auto lock = SessionLock::take(x11::runtimeFolder(), environment.display, refusal);
     if (!lock && !refusal.problem.empty()) {
@@ -144,7 +147,7 @@ int runResident(int& argc, char** argv, const SessionOptions& options) {
         return fail("already running in this session (process " + std::to_string(refusal.holder) +
                     ")" + opened);
     }
-    return runWithLock(argc, argv, options, environment.display);
+    return runWithLock(argc, argv, options, environment.display, panelRequests);
 }
 
 int openPanel() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/session/signal_pipe.hpp"
 #include "platform/qt/qt_run_loop.hpp"
 
 #include <memory>
@@ -12,13 +13,9 @@ namespace orvel::session {
 class TerminationSignals {
 public:
     TerminationSignals(qt::QtRunLoop& runLoop, Task asked);
-    ~TerminationSignals();
-    TerminationSignals(const TerminationSignals&) = delete;
-    TerminationSignals& operator=(const TerminationSignals&) = delete;
 
 private:
-    Task asked_;
-    int pipe_[2] = {-1, -1};
+    SignalPipe requests_;
     std::unique_ptr<qt::ReadableWatch> watch_;
 };
 
