@@ -12,11 +12,10 @@
 //   end
 // Answers each line with "done", and says "asked TARGET" at every request.
 
-#include <xcb/xcb.h>
+#include "tools/rig/clients/line_client.hpp"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -25,11 +24,10 @@
 #include <optional>
 #include <sstream>
 #include <string>
-#include <sys/poll.h>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
+namespace orvel::rig {
 namespace {
 
 constexpr std::size_t kIncrement = 256U * 1024U;
@@ -48,50 +46,20 @@ struct Transfer {
     int increments = 0;
 };
 
-class SelectionOwner {
+class SelectionOwner final : public LineClient {
 public:
-    SelectionOwner() : connection_(xcb_connect(nullptr, nullptr)) {
-        if (xcb_connection_has_error(connection_) != 0) std::exit(1);
-        const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
-        window_ = xcb_generate_id(connection_);
+    SelectionOwner() : window_(xcb_generate_id(connection())), clipboard_(atom("CLIPBOARD")) {
         const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen->root, 0, 0, 1, 1, 0,
+        xcb_create_window(connection(), XCB_COPY_FROM_PARENT, window_, screen().root, 0, 0, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
                           &events);
-        clipboard_ = atom("CLIPBOARD");
-        xcb_flush(connection_);
-    }
-
-    void run() {
-        std::string pending;
         std::cout << "done" << std::endl;
-        for (;;) {
-            pollfd waits[] = {{STDIN_FILENO, POLLIN, 0},
-                              {xcb_get_file_descriptor(connection_), POLLIN, 0}};
-            ::poll(waits, 2, -1);
-            if (waits[0].revents != 0 && !readCommands(pending)) return;
-            if (xcb_connection_has_error(connection_) != 0) return;
-            while (auto* event = xcb_poll_for_event(connection_)) {
-                handle(*event);
-                std::free(event);
-            }
-            xcb_flush(connection_);
-        }
     }
 
 private:
-    xcb_atom_t atom(const std::string& name) {
-        auto* reply = xcb_intern_atom_reply(
-            connection_,
-            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-            nullptr);
-        const auto found = reply->atom;
-        std::free(reply);
-        return found;
-    }
     std::string nameOf(xcb_atom_t atom) {
         auto* reply =
-            xcb_get_atom_name_reply(connection_, xcb_get_atom_name(connection_, atom), nullptr);
+            xcb_get_atom_name_reply(connection(), xcb_get_atom_name(connection(), atom), nullptr);
         if (reply == nullptr) return "?";
         std::string name(xcb_get_atom_name_name(reply),
                          static_cast<std::size_t>(xcb_get_atom_name_name_length(reply)));
@@ -99,28 +67,16 @@ private:
         return name;
     }
 
-    bool readCommands(std::string& pending) {
-        char bytes[4096];
-        const auto size = ::read(STDIN_FILENO, bytes, sizeof bytes);
-        if (size <= 0) return false;
-        pending.append(bytes, static_cast<std::size_t>(size));
-        for (auto end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-            obey(pending.substr(0, end));
-            pending.erase(0, end + 1);
-        }
-        return true;
-    }
-
-    void obey(const std::string& line) {
+    void obey(const std::string& line) override {
         std::istringstream words(line);
         std::string command;
         words >> command;
         if (command == "form") addForm(words);
         if (command == "forget") forms_.clear();
         if (command == "own")
-            xcb_set_selection_owner(connection_, window_, clipboard_, XCB_CURRENT_TIME);
+            xcb_set_selection_owner(connection(), window_, clipboard_, XCB_CURRENT_TIME);
         if (command == "manage")
-            xcb_set_selection_owner(connection_, window_, atom("CLIPBOARD_MANAGER"),
+            xcb_set_selection_owner(connection(), window_, atom("CLIPBOARD_MANAGER"),
                                     XCB_CURRENT_TIME);
         if (command == "mute") isMute_ = true;
         if (command == "refuse-targets") refusesTargets_ = true;
@@ -144,7 +100,7 @@ private:
     void ask(std::istream& words) {
         std::string target;
         words >> target;
-        xcb_convert_selection(connection_, window_, clipboard_, atom(target), atom("ASKED"),
+        xcb_convert_selection(connection(), window_, clipboard_, atom(target), atom("ASKED"),
                               XCB_CURRENT_TIME);
     }
 
@@ -154,14 +110,14 @@ private:
             pairs.push_back(atom(target));
             pairs.push_back(atom("ASKED_" + std::to_string(pairs.size())));
         }
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, atom("ASKED"),
+        xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, window_, atom("ASKED"),
                             atom("ATOM_PAIR"), 32, static_cast<std::uint32_t>(pairs.size()),
                             pairs.data());
-        xcb_convert_selection(connection_, window_, clipboard_, atom("MULTIPLE"), atom("ASKED"),
+        xcb_convert_selection(connection(), window_, clipboard_, atom("MULTIPLE"), atom("ASKED"),
                               XCB_CURRENT_TIME);
     }
 
-    void handle(const xcb_generic_event_t& event) {
+    void handle(const xcb_generic_event_t& event) override {
         switch (event.response_type & 0x7f) {
             case XCB_SELECTION_REQUEST:
                 return answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
@@ -188,14 +144,15 @@ private:
         reply.selection = request.selection;
         reply.target = request.target;
         if (isGiven) reply.property = request.property;
-        xcb_send_event(connection_, 0, request.requestor, 0, reinterpret_cast<const char*>(&reply));
+        xcb_send_event(connection(), 0, request.requestor, 0,
+                       reinterpret_cast<const char*>(&reply));
     }
 
     bool give(const xcb_selection_request_event_t& request) {
         if (request.target == atom("TARGETS") && !refusesTargets_) {
             std::vector<xcb_atom_t> targets{request.target};
             for (const Form& form : forms_) targets.push_back(form.target);
-            xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor,
+            xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, request.requestor,
                                 request.property, XCB_ATOM_ATOM, 32,
                                 static_cast<std::uint32_t>(targets.size()), targets.data());
             return true;
@@ -224,7 +181,7 @@ private:
 
     void endSaving() {
         forms_ = std::exchange(taken_, {});
-        xcb_set_selection_owner(connection_, window_, clipboard_, XCB_CURRENT_TIME);
+        xcb_set_selection_owner(connection(), window_, clipboard_, XCB_CURRENT_TIME);
         notify(*saving_, true);
         saving_.reset();
         std::cout << "saved" << std::endl;
@@ -233,14 +190,14 @@ private:
     void send(const xcb_selection_request_event_t& request, const Form& form) {
         const auto size = static_cast<std::uint32_t>(form.bytes.size());
         if (size <= kIncrement) {
-            xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor,
+            xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, request.requestor,
                                 request.property, form.type, 8, size, form.bytes.data());
             return;
         }
         const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(connection_, request.requestor, XCB_CW_EVENT_MASK, &events);
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                            atom("INCR"), 32, 1, &size);
+        xcb_change_window_attributes(connection(), request.requestor, XCB_CW_EVENT_MASK, &events);
+        xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, request.requestor,
+                            request.property, atom("INCR"), 32, 1, &size);
         transfer_ = {request.requestor, request.property, &form};
     }
 
@@ -255,7 +212,7 @@ private:
         }
         const auto& bytes = transfer_->form->bytes;
         const auto size = std::min(kIncrement, bytes.size() - transfer_->sent);
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, transfer_->requestor,
+        xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, transfer_->requestor,
                             transfer_->property, transfer_->form->type, 8,
                             static_cast<std::uint32_t>(size), bytes.data() + transfer_->sent);
         transfer_->sent += size;
@@ -296,8 +253,8 @@ private:
 
     Form take(xcb_atom_t property, xcb_window_t window) {
         auto* reply =
-            xcb_get_property_reply(connection_,
-                                   xcb_get_property(connection_, 1, window, property,
+            xcb_get_property_reply(connection(),
+                                   xcb_get_property(connection(), 1, window, property,
                                                     XCB_GET_PROPERTY_TYPE_ANY, 0, kIncrement),
                                    nullptr);
         if (reply == nullptr) return {};
@@ -308,9 +265,8 @@ private:
         return value;
     }
 
-    xcb_connection_t* connection_;
-    xcb_window_t window_ = 0;
-    xcb_atom_t clipboard_ = 0;
+    xcb_window_t window_;
+    xcb_atom_t clipboard_;
     std::vector<Form> forms_;
     std::vector<Form> taken_;
     std::optional<xcb_selection_request_event_t> saving_;
@@ -321,5 +277,6 @@ private:
 };
 
 }  // namespace
+}  // namespace orvel::rig
 
-int main() { SelectionOwner().run(); }
+int main() { orvel::rig::SelectionOwner().run(); }
