@@ -136,13 +136,7 @@ TEST_F(PreferenceStoreFile, AChangeByAnotherProgramWakesTheRunLoopAndIsThereAfte
 
 TEST_F(PreferenceStoreFile, EveryWayToReplaceAFileIsSeen) {
     open();
-    home.write(kFile, plistOf(flagged("a")));
-    EXPECT_EQ(refreshedValue("a"), PreferenceValue(true)) << "made with its folders";
-    home.write(".config/orvel/other", plistOf(flagged("b")));
-    fs::rename(home.at(".config/orvel/other"), home.at(kFile));
-    EXPECT_EQ(refreshedValue("b"), PreferenceValue(true)) << "renamed over it";
-    fs::remove(home.at(kFile));
-    EXPECT_EQ(refreshedValue("b"), std::nullopt) << "deleted";
+    expectThatAFileIsSeenToComeChangeAndGo();
     home.write("linked", plistOf(flagged("c")));
     fs::create_hard_link(home.at("linked"), home.at(kFile));
     EXPECT_EQ(refreshedValue("c"), PreferenceValue(true)) << "linked";

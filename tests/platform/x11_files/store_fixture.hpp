@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -63,6 +64,17 @@ protected:
     std::optional<PreferenceValue> refreshedValue(std::string_view key) {
         store->refresh();
         return value(key);
+    }
+
+    /// Makes the file with its folders, renames another one over it and deletes it.
+    void expectThatAFileIsSeenToComeChangeAndGo() {
+        home.write(kFile, plistOf(flagged("a")));
+        EXPECT_EQ(refreshedValue("a"), PreferenceValue(true)) << "made with its folders";
+        home.write(".config/orvel/other", plistOf(flagged("b")));
+        std::filesystem::rename(home.at(".config/orvel/other"), home.at(kFile));
+        EXPECT_EQ(refreshedValue("b"), PreferenceValue(true)) << "renamed over it";
+        std::filesystem::remove(home.at(kFile));
+        EXPECT_EQ(refreshedValue("b"), std::nullopt) << "deleted";
     }
 
     std::vector<std::string> lines() {

@@ -63,13 +63,7 @@ TEST_P(UnwatchedSettings, TheUserIsToldOnceWhatToRaise) {
 
 TEST_P(UnwatchedSettings, AChangeIsThereBeforeTheNextInput) {
     open();
-    home.write(kFile, plistOf(flagged("a")));
-    EXPECT_EQ(refreshedValue("a"), PreferenceValue(true)) << "made with its folders";
-    home.write(".config/orvel/other", plistOf(flagged("b")));
-    fs::rename(home.at(".config/orvel/other"), home.at(kFile));
-    EXPECT_EQ(refreshedValue("b"), PreferenceValue(true)) << "renamed over it";
-    fs::remove(home.at(kFile));
-    EXPECT_EQ(refreshedValue("b"), std::nullopt) << "deleted";
+    expectThatAFileIsSeenToComeChangeAndGo();
     home.write("dotfiles/orvel.plist", plistOf(flagged("c")));
     fs::create_symlink(home.at("dotfiles/orvel.plist"), home.at(kFile));
     EXPECT_EQ(refreshedValue("c"), PreferenceValue(true)) << "linked";
