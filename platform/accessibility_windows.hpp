@@ -33,8 +33,9 @@ class AccessibilityWindows {
 public:
     virtual ~AccessibilityWindows() = default;
 
-    /// Gives all following calls together `budget`; once it is used up they fail at once. Without
-    /// a budget each call has the desktop's own limit.
+    /// Gives all following calls together `budget`. Once it is used up no application and no window
+    /// manager is waited for: reads fail, and so do writes, which may have been asked for all the
+    /// same. Without a budget each call has the desktop's own limit.
     virtual void setBudget(std::optional<std::chrono::milliseconds> budget) = 0;
 
     /// Absent when it cannot be read or there is none.
