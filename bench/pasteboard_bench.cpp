@@ -8,13 +8,11 @@
 #include "tools/rig/embedded_desktop.hpp"
 #include "tools/rig/rig_error.hpp"
 
-#include <QCoreApplication>
 #include <benchmark/benchmark.h>
 
 #include <chrono>
 #include <ctime>
 #include <fstream>
-#include <iostream>
 #include <poll.h>
 #include <string>
 
@@ -90,16 +88,3 @@ BENCHMARK(captureOf4KPicture)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 }  // namespace orvel
-
-int main(int argc, char** argv) {
-    const orvel::test::OwnHome home;
-    const QCoreApplication application(argc, argv);
-    try {
-        benchmark::Initialize(&argc, argv);
-        benchmark::RunSpecifiedBenchmarks();
-        return 0;
-    } catch (const orvel::rig::RigError& error) {
-        std::cerr << "pasteboard_bench: " << error.what() << '\n';
-        return 1;
-    }
-}

@@ -2,6 +2,7 @@
 // way without it, in one run on one server. Prints a table; the absolute numbers are the
 // machine's, the difference is ours.
 
+#include "bench/rig_run.hpp"
 #include "tools/rig/embedded_desktop.hpp"
 #include "tools/rig/key_probe.hpp"
 #include "tools/rig/orvel_program.hpp"
@@ -104,11 +105,6 @@ void run(const std::string& program) {
 }  // namespace orvel
 
 int main(int argc, char** argv) {
-    try {
-        orvel::run(argc > 1 ? argv[1] : ORVEL_BUILD_DIR "/orvel");
-        return 0;
-    } catch (const orvel::rig::RigError& error) {
-        std::cerr << "session_latency_bench: " << error.what() << '\n';
-        return 1;
-    }
+    const std::string program = argc > 1 ? argv[1] : ORVEL_BUILD_DIR "/orvel";
+    return orvel::runInRig([&program] { orvel::run(program); });
 }

@@ -1,6 +1,7 @@
 // What one question for the text caret costs: of an entry field of GTK, and of an application that
 // hangs. Prints a table; the absolute numbers are the machine's.
 
+#include "bench/rig_run.hpp"
 #include "platform/qt/qt_run_loop.hpp"
 #include "platform/x11/x11_services.hpp"
 #include "tools/rig/embedded_desktop.hpp"
@@ -45,7 +46,7 @@ void print(const char* what, const std::vector<Micros>& times) {
               << '\n';
 }
 
-int run() {
+void run() {
     rig::EmbeddedDesktop desktop({.size = {},
                                   .windowManager = rig::WindowManager::Kind::openbox,
                                   .accessibility = rig::SessionBus::Accessibility::on});
@@ -71,7 +72,6 @@ int run() {
     dialog.signal(SIGSTOP);
     print("an application that hangs", measure(caret, kQuestionsToTheHung, false));
     dialog.signal(SIGCONT);
-    return EXIT_SUCCESS;
 }
 
 }  // namespace
@@ -79,10 +79,5 @@ int run() {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    try {
-        return orvel::run();
-    } catch (const orvel::rig::RigError& error) {
-        std::cerr << "text_caret_bench: " << error.what() << '\n';
-        return EXIT_FAILURE;
-    }
+    return orvel::runInRig(orvel::run);
 }

@@ -1,7 +1,7 @@
 # The services themselves, in an embedded desktop of their own.
 if(ORVEL_SESSION)
     orvel_bench(window_pictures_bench OWN_MAIN
-        SOURCES window_pictures_bench.cpp
+        SOURCES window_pictures_bench.cpp services_bench_main.cpp rig_run.cpp
         LIBS orvel_rig platform_x11 platform_qt_core Qt6::Core)
     add_dependencies(window_pictures_bench orvel_rig_clients)
 endif()

@@ -9,10 +9,8 @@
 #include "tools/rig/plain_windows.hpp"
 #include "tools/rig/rig_error.hpp"
 
-#include <QCoreApplication>
 #include <benchmark/benchmark.h>
 
-#include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -81,16 +79,3 @@ BENCHMARK(oneWindowList)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond)->UseRea
 
 }  // namespace
 }  // namespace orvel
-
-int main(int argc, char** argv) {
-    const orvel::test::OwnHome home;
-    const QCoreApplication application(argc, argv);
-    try {
-        benchmark::Initialize(&argc, argv);
-        benchmark::RunSpecifiedBenchmarks();
-        return 0;
-    } catch (const orvel::rig::RigError& error) {
-        std::cerr << "window_pictures_bench: " << error.what() << '\n';
-        return 1;
-    }
-}
