@@ -1,21 +1,11 @@
 #include "app/mac/mac_recording.hpp"
 
-#include "app/preference_keys.hpp"
 #include "platform/macos/mac_session.hpp"
 #include "platform/workspace.hpp"
 
 namespace orvel::session {
 
 namespace {
-
-std::map<std::string, PreferenceValue, std::less<>> storedSettings(PreferenceStore& store) {
-    std::map<std::string, PreferenceValue, std::less<>> settings;
-    for (const PreferenceInfo& info : kPreferenceTable) {
-        const PreferenceValue* value = store.value(store.handle(info.name));
-        if (value != nullptr) settings.emplace(info.name, *value);
-    }
-    return settings;
-}
 
 RecorderSources sourcesOf(Desktop& ports, const TypedSecrecy& secrecy) {
     return {.runLoop = ports.runLoop,
@@ -25,7 +15,7 @@ RecorderSources sourcesOf(Desktop& ports, const TypedSecrecy& secrecy) {
                     const auto application = workspace.frontmostApplication();
                     return application ? application->bundleId : std::nullopt;
                 },
-            .settings = [&store = ports.preferenceStore] { return storedSettings(store); }};
+            .settings = ports.preferenceStore};
 }
 
 }  // namespace

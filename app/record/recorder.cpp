@@ -4,6 +4,7 @@
 #include "platform/base/base64.hpp"
 #include "platform/memory/event_names.hpp"
 
+#include <algorithm>
 #include <type_traits>
 #include <utility>
 
@@ -34,9 +35,8 @@ void writeValue(JsonWriter& json, const PreferenceValue& value) {
         value);
 }
 
-bool isWorthRecording(std::string_view key, const PreferenceValue& value) {
-    return findPreference(key) != nullptr && !std::holds_alternative<ForeignPreference>(value) &&
-           key != preferenceInfo(PreferenceKey::clipboardHistory).name;
+bool isSame(const std::optional<PreferenceValue>& seen, const PreferenceValue* stored) {
+    return stored == nullptr ? !seen : seen && *seen == *stored;
 }
 
 bool isMouse(EventType type) {
@@ -87,7 +87,13 @@ std::string decisionLine(EventVerdict verdict, const Event& event) {
 Recorder::Recorder(std::ostream& out, RecorderSources sources)
     : out_(out),
       sources_(std::move(sources)),
-      withheld_(sources_.secrecy, kMostHeld, [this](Entry& entry) { write(entry); }) {}
+      withheld_(sources_.secrecy, kMostHeld, [this](Entry& entry) { write(entry); }) {
+    for (const PreferenceInfo& info : kPreferenceTable) {
+        if (info.key == PreferenceKey::clipboardHistory) continue;
+        settings_.push_back({info.name, sources_.settings.handle(info.name), {}});
+    }
+    std::ranges::sort(settings_, {}, &Setting::name);
+}
 
 void Recorder::begin() {
     const Circumstances seen = look();
@@ -129,18 +135,29 @@ Recorder::Circumstances Recorder::look() {
     return {sources_.runLoop.now(), settingsStep(), sources_.frontmostApplication()};
 }
 
+/// Whether any setting is another than it was seen last.
+bool Recorder::takeChanges() {
+    bool isChanged = false;
+    for (Setting& setting : settings_) {
+        const PreferenceValue* stored = sources_.settings.value(setting.handle);
+        if (isSame(setting.seen, stored)) continue;
+        setting.seen = stored == nullptr ? std::nullopt : std::optional(*stored);
+        isChanged = true;
+    }
+    return isChanged;
+}
+
 Recorder::Text Recorder::settingsStep() {
+    if (!takeChanges() && !lastSettings_->empty()) return lastSettings_;
     JsonWriter json;
     json.beginObject().key("pref").beginObject();
-    for (const auto& [key, value] : sources_.settings()) {
-        if (!isWorthRecording(key, value)) continue;
-        json.key(key);
-        writeValue(json, value);
+    for (const Setting& setting : settings_) {
+        if (!setting.seen || std::holds_alternative<ForeignPreference>(*setting.seen)) continue;
+        json.key(setting.name);
+        writeValue(json, *setting.seen);
     }
     json.endObject().endObject();
-    if (json.text() != *lastSettings_) {
-        lastSettings_ = std::make_shared<const std::string>(json.text());
-    }
+    lastSettings_ = std::make_shared<const std::string>(json.text());
     return lastSettings_;
 }
 

@@ -9,13 +9,13 @@
 #include "platform/run_loop.hpp"
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvel {
 
@@ -25,7 +25,7 @@ struct RecorderSources {
     /// What is secret is never written, and nothing is before that is known.
     const TypedSecrecy& secrecy;
     std::function<std::optional<std::string>()> frontmostApplication;
-    std::function<std::map<std::string, PreferenceValue, std::less<>>()> settings;
+    PreferenceStore& settings;
 };
 
 /// Writes a live session as replay steps: the settings, the application in front, every event with
@@ -53,12 +53,19 @@ private:
         Text settings;
         std::optional<std::string> frontmost;
     };
+    /// One of the settings that are written down, as it was seen last.
+    struct Setting {
+        std::string_view name;
+        PreferenceHandle handle = 0;
+        std::optional<PreferenceValue> seen;
+    };
     struct Entry {
         std::string line;
         std::optional<Circumstances> circumstances;  ///< of an event
     };
 
     [[nodiscard]] Circumstances look();
+    [[nodiscard]] bool takeChanges();
     [[nodiscard]] Text settingsStep();
     void hold(std::string line, std::optional<Circumstances> circumstances = std::nullopt);
     void write(const Entry& entry);
@@ -67,6 +74,7 @@ private:
 
     std::ostream& out_;
     RecorderSources sources_;
+    std::vector<Setting> settings_;  ///< in the order of their names
     Text lastSettings_ = std::make_shared<const std::string>();
     Instant written_{0};
     Text writtenSettings_ = lastSettings_;

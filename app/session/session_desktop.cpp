@@ -132,7 +132,7 @@ std::unique_ptr<Recorder> SessionDesktop::makeRecorder(RunLoop& runLoop) {
         recordFile_, RecorderSources{.runLoop = runLoop,
                                      .secrecy = *witness_,
                                      .frontmostApplication = [this] { return frontmost(); },
-                                     .settings = [this] { return preferences_.all(); }});
+                                     .settings = preferences_});
 }
 
 void SessionDesktop::watchTyping() {

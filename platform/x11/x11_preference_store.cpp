@@ -69,18 +69,6 @@ void X11PreferenceStore::refresh() {
     if (isTold || writer_.confirmed() != confirmed_) load();
 }
 
-plist::PreferenceValues X11PreferenceStore::all() const {
-    plist::PreferenceValues values = document_ ? document_->values() : plist::PreferenceValues();
-    for (const auto& [key, change] : changes_) {
-        if (change.value) {
-            values.insert_or_assign(key, *change.value);
-        } else {
-            values.erase(key);
-        }
-    }
-    return values;
-}
-
 void X11PreferenceStore::load() {
     dropConfirmed();
     problem_.clear();

@@ -46,8 +46,6 @@ public:
     Result<> flush() { return writer_.flush(); }
 
     [[nodiscard]] const std::string& path() const { return file_.path(); }
-    /// Every stored key with its value, changes of this process included.
-    [[nodiscard]] plist::PreferenceValues all() const;
 
 private:
     struct Change {

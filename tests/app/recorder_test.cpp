@@ -1,5 +1,6 @@
 #include "app/record/recorder.hpp"
 
+#include "app/preference_keys.hpp"
 #include "platform/memory/memory_desktop.hpp"
 #include "tests/support/event_builders.hpp"
 
@@ -42,6 +43,10 @@ protected:
         secrecy.verdicts[ticket] = verdict;
         recorder.release();
     }
+    void store(PreferenceKey key, PreferenceValue value) {
+        desk.preferenceStore.set(desk.preferenceStore.handle(preferenceInfo(key).name),
+                                 std::move(value));
+    }
     static std::string press(KeyCode key) {
         return R"({"event":{"type":"keyDown","key":)" + std::to_string(key) + ",";
     }
@@ -51,12 +56,11 @@ protected:
     std::ostringstream out;
     LateSecrecy secrecy;
     std::optional<std::string> frontmost = "editor";
-    Recorder recorder{
-        out,
-        {.runLoop = desk.runLoop,
-         .secrecy = secrecy,
-         .frontmostApplication = [this] { return frontmost; },
-         .settings = [] { return std::map<std::string, PreferenceValue, std::less<>>(); }}};
+    Recorder recorder{out,
+                      {.runLoop = desk.runLoop,
+                       .secrecy = secrecy,
+                       .frontmostApplication = [this] { return frontmost; },
+                       .settings = desk.preferenceStore}};
 };
 
 TEST_F(RecorderTest, WritesNothingThatIsNotDecided) {
@@ -98,6 +102,34 @@ TEST_F(RecorderTest, TellsTheTimeAndTheApplicationAlsoAfterASecretHidTheChange) 
     decide(2, Secrecy::open);
     EXPECT_THAT(text(), HasSubstr("{\"advance\":2}\n{\"world\":{\"frontmost\":\"other\"}}\n" +
                                   press(key::c)));
+}
+
+TEST_F(RecorderTest, TellsTheSettingsOnceUntilOneIsAnother) {
+    EXPECT_THAT(text(), HasSubstr(R"({"pref":{}})"));
+    store(PreferenceKey::mapCtrl, "Cmd");
+    store(PreferenceKey::cardSnap, true);
+    type(key::a);
+    type(key::c);
+    decide(1, Secrecy::open);
+    decide(2, Secrecy::open);
+    const std::string set = R"({"pref":{"card_snap":true,"map_ctrl":"Cmd"}})";
+    EXPECT_THAT(text(), HasSubstr(set + '\n' + press(key::a)));
+    EXPECT_EQ(text().find(set), text().rfind(set)) << text();
+    store(PreferenceKey::cardSnap, false);
+    type(key::a);
+    decide(3, Secrecy::open);
+    EXPECT_THAT(text(), HasSubstr(R"({"pref":{"card_snap":false,"map_ctrl":"Cmd"}})"
+                                  "\n" +
+                                  press(key::a)));
+}
+
+TEST_F(RecorderTest, NeverTellsTheClipboardHistoryNorWhatItCannotRead) {
+    const std::string before = text();
+    store(PreferenceKey::clipboardHistory, PreferenceData(3, std::byte{'x'}));
+    store(PreferenceKey::cardSnap, ForeignPreference{});
+    type(key::a);
+    decide(1, Secrecy::open);
+    EXPECT_THAT(text().substr(before.size()), testing::StartsWith(press(key::a)));
 }
 
 TEST_F(RecorderTest, AnUndecidedMomentHoldsBackSoMuchAndNoMore) {

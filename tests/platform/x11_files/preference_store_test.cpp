@@ -194,13 +194,5 @@ TEST_F(PreferenceStoreFile, WakeUpsOfItsOwnMakingEnd) {
     EXPECT_EQ(value("a"), PreferenceValue(true));
 }
 
-TEST_F(PreferenceStoreFile, AllHoldsStoredValuesAndChangesOnTheirWay) {
-    home.write(kFile, plistOf(flagged("a") + flagged("b")));
-    open();
-    set("c", "text");
-    store->remove(store->handle("a"));
-    EXPECT_EQ(store->all(), (plist::PreferenceValues{{"b", true}, {"c", "text"}}));
-}
-
 }  // namespace
 }  // namespace orvel::test

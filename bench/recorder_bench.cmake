@@ -1,0 +1,1 @@
+orvel_bench(recorder_bench SOURCES recorder_bench.cpp LIBS orvel_replay platform_x11_files)
