@@ -22,8 +22,6 @@ namespace orvel::macos {
 
 namespace {
 
-std::string text(NSString* string) { return utf8((__bridge CFStringRef)string); }
-
 /// What is true, or else what is wrong and what helps.
 struct Words {
     std::string good = {};
@@ -143,7 +141,7 @@ std::string nameOf(std::optional<ProcessId> pid) {
     if (!pid) return "some program";
     NSRunningApplication* owner =
         [NSRunningApplication runningApplicationWithProcessIdentifier:*pid];
-    return text(owner.localizedName) + " (process " + std::to_string(*pid) + ")";
+    return utf8(owner.localizedName) + " (process " + std::to_string(*pid) + ")";
 }
 
 ServiceCheck checkSecureInput() {
@@ -163,7 +161,7 @@ ServiceCheck checkSettings() {
 }
 
 ServiceCheck checkDock() {
-    const std::string path = text(NSHomeDirectory()) + "/Library/Preferences/com.apple.dock.plist";
+    const std::string path = utf8(NSHomeDirectory()) + "/Library/Preferences/com.apple.dock.plist";
     const auto file = cfString(path);
     NSData* data = [NSData dataWithContentsOfFile:(__bridge NSString*)file.get()];
     const auto* bytes = static_cast<const std::byte*>(data.bytes);

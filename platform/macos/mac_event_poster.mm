@@ -1,10 +1,10 @@
-#include <vector>
-
 #include "platform/event_poster.hpp"
 #include "platform/macos/mac_cf_ref.hpp"
 #include "platform/macos/mac_factories.hpp"
 
 #import <AppKit/AppKit.h>
+
+#include <vector>
 
 namespace orvel::macos {
 

@@ -22,19 +22,16 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kTooSoon = std::chrono::seconds(1);
 
 constexpr std::string_view kTrustLostLine =
-    "⚠️ 辅助功能权限已被收回，键盘鼠标规则已停止！请在系统设置 -> "
-    "隐私与安全性 "
-    "-> "
-    "辅助功能 "
-    "中重新打勾！";
+    "⚠️ 辅助功能权限已被收回，键盘鼠标规则已停止！"
+    "请在系统设置 -> 隐私与安全性 -> 辅助功能 中重新打勾！";
 
 std::string secureInputLine(const SessionState& session) {
     std::string who = "某个程序";
     if (session.secureInputOwner) {
         NSRunningApplication* owner = [NSRunningApplication
             runningApplicationWithProcessIdentifier:*session.secureInputOwner];
-        who = utf8((__bridge CFStringRef)owner.localizedName) + " (PID " +
-              std::to_string(*session.secureInputOwner) + ")";
+        who =
+            utf8(owner.localizedName) + " (PID " + std::to_string(*session.secureInputOwner) + ")";
     }
     return "🔒 安全键盘输入一直被占用，期间按键规则不生效: " + who;
 }

@@ -30,7 +30,7 @@ class MacFileSystem final : public FileSystem {
 public:
     [[nodiscard]] std::string homeDirectory() const override {
         @autoreleasepool {
-            return utf8((__bridge CFStringRef)NSHomeDirectory());
+            return utf8(NSHomeDirectory());
         }
     }
     [[nodiscard]] std::string cachesDirectory() const override {

@@ -45,7 +45,7 @@ void open(NSURL* application, std::optional<bool> activates) {
 
 Result<> outcome(NSError* error) {
     if (error == nil) return {};
-    return Failure{utf8((__bridge CFStringRef)error.localizedDescription)};
+    return failureOf(error);
 }
 
 class MacLauncher final : public Launcher {

@@ -17,7 +17,7 @@ namespace {
 
 std::string tracePath() {
     @autoreleasepool {
-        return utf8((__bridge CFStringRef)NSHomeDirectory()) + "/Library/Logs/Orvel/trace.log";
+        return utf8(NSHomeDirectory()) + "/Library/Logs/Orvel/trace.log";
     }
 }
 

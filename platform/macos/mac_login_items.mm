@@ -11,7 +11,7 @@ namespace {
 
 Result<> outcome(bool isDone, NSError* error) {
     if (isDone) return {};
-    return Failure{utf8((__bridge CFStringRef)error.localizedDescription)};
+    return failureOf(error);
 }
 
 class MacLoginItems final : public LoginItems {

@@ -18,7 +18,7 @@ void nameWindow(CFTypeRef window, PanelId panel) {
 }
 
 std::optional<PanelId> panelOfWindow(CFTypeRef window) {
-    const std::string name = utf8((__bridge CFStringRef)((__bridge NSWindow*)window).identifier);
+    const std::string name = utf8(((__bridge NSWindow*)window).identifier);
     if (!name.starts_with(kPrefix)) return std::nullopt;
     return panelNamed(std::string_view(name).substr(kPrefix.size()));
 }

@@ -42,7 +42,7 @@ bool hasType(const std::array<const char*, count>& types) {
 std::optional<std::string> readString() {
     NSString* text = [pasteboard() stringForType:NSPasteboardTypeString];
     if (text == nil) return std::nullopt;
-    return utf8((__bridge CFStringRef)text);
+    return utf8(text);
 }
 
 std::optional<PasteboardImage> readImage() {

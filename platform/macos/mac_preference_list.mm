@@ -22,8 +22,7 @@ Result<PreferenceEntries> readPreferenceList(std::string_view bytes) {
         PreferenceEntries entries;
         for (NSString* key in dictionary) {
             const auto object = (__bridge CFTypeRef)[dictionary objectForKey:key];
-            entries.emplace_back(macos::utf8((__bridge CFStringRef)key),
-                                 macos::preferenceOf(object));
+            entries.emplace_back(macos::utf8(key), macos::preferenceOf(object));
         }
         std::ranges::sort(entries, {}, &PreferenceEntries::value_type::first);
         return entries;

@@ -27,13 +27,13 @@ PreferenceValue ofArray(NSArray* array) {
     StringList texts;
     for (id element in array) {
         if (![element isKindOfClass:[NSString class]]) return ForeignPreference{};
-        texts.push_back(utf8((__bridge CFStringRef)element));
+        texts.push_back(utf8(element));
     }
     return texts;
 }
 
 PreferenceValue valueOf(id object) {
-    if ([object isKindOfClass:[NSString class]]) return utf8((__bridge CFStringRef)object);
+    if ([object isKindOfClass:[NSString class]]) return utf8(object);
     if ([object isKindOfClass:[NSNumber class]]) return ofNumber((__bridge CFTypeRef)object);
     if ([object isKindOfClass:[NSArray class]]) return ofArray(object);
     if ([object isKindOfClass:[NSData class]]) {

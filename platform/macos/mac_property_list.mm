@@ -28,8 +28,7 @@ Json jsonOfArray(NSArray* array) {
 Json jsonOfDictionary(NSDictionary* dictionary) {
     JsonObject members;
     for (NSString* key in dictionary) {
-        members.emplace_back(utf8((__bridge CFStringRef)key),
-                             jsonOf([dictionary objectForKey:key]));
+        members.emplace_back(utf8(key), jsonOf([dictionary objectForKey:key]));
     }
     return Json(std::move(members));
 }
@@ -40,13 +39,13 @@ Json jsonOfData(NSData* data) {
 }
 
 Json jsonOf(id object) {
-    if ([object isKindOfClass:[NSString class]]) return Json(utf8((__bridge CFStringRef)object));
+    if ([object isKindOfClass:[NSString class]]) return Json(utf8(object));
     if ([object isKindOfClass:[NSNumber class]]) return jsonOfNumber((__bridge CFTypeRef)object);
     if ([object isKindOfClass:[NSArray class]]) return jsonOfArray(object);
     if ([object isKindOfClass:[NSDictionary class]]) return jsonOfDictionary(object);
     if ([object isKindOfClass:[NSData class]]) return jsonOfData(object);
     NSString* text = [object description];
-    return Json(utf8((__bridge CFStringRef)text));
+    return Json(utf8(text));
 }
 
 }  // namespace
@@ -59,7 +58,7 @@ Result<CfRef<CFTypeRef>> parsePropertyList(std::span<const std::byte> bytes) {
                                                             options:NSPropertyListImmutable
                                                              format:nullptr
                                                               error:&error];
-        if (list == nil) return Failure{utf8((__bridge CFStringRef)error.localizedDescription)};
+        if (list == nil) return failureOf(error);
         return CfRef<CFTypeRef>::retaining((__bridge CFTypeRef)list);
     }
 }

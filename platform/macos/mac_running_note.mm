@@ -23,7 +23,7 @@ constexpr Duration kRenewalInterval = std::chrono::hours(12);
 
 std::string notePath() {
     @autoreleasepool {
-        std::string folder = utf8((__bridge CFStringRef)NSTemporaryDirectory());
+        std::string folder = utf8(NSTemporaryDirectory());
         if (!folder.ends_with('/')) folder += '/';
         return folder + kBundleIdentifier + ".running";
     }

@@ -22,8 +22,8 @@ public:
                 [[NSAppleScript alloc] initWithSource:(__bridge NSString*)text.get()];
             NSDictionary* error = nil;
             NSAppleEventDescriptor* result = [script executeAndReturnError:&error];
-            if (result == nil) return Failure{utf8((__bridge CFStringRef)error.description)};
-            return utf8((__bridge CFStringRef)result.stringValue);
+            if (result == nil) return Failure{utf8(error.description)};
+            return utf8(result.stringValue);
         }
     }
 

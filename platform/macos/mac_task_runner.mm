@@ -25,7 +25,7 @@ NSTask* prepare(std::string_view path, const std::vector<std::string>& arguments
 Result<> start(NSTask* task) {
     NSError* error = nil;
     if ([task launchAndReturnError:&error]) return {};
-    return Failure{utf8((__bridge CFStringRef)error.localizedDescription)};
+    return failureOf(error);
 }
 
 std::string readToEnd(NSPipe* pipe) {

@@ -1,5 +1,7 @@
 #include "platform/macos/mac_text.hpp"
 
+#import <Foundation/Foundation.h>
+
 namespace orvel::macos {
 
 CfRef<CFStringRef> cfString(std::string_view utf8) {
@@ -23,9 +25,13 @@ std::string utf8(CFStringRef text) {
     return bytes;
 }
 
+std::string utf8(NSString* text) { return utf8((__bridge CFStringRef)text); }
+
 std::string utf8OfObject(CFTypeRef object) {
     if (object == nullptr || CFGetTypeID(object) != CFStringGetTypeID()) return {};
     return utf8(static_cast<CFStringRef>(object));
 }
+
+Failure failureOf(NSError* error) { return {utf8(error.localizedDescription)}; }
 
 }  // namespace orvel::macos

@@ -15,11 +15,9 @@ constexpr std::string_view kBundleEnding = ".app";
 /// Large enough for every place that shows an icon, at double scale.
 constexpr CGFloat kIconPoints = 128;
 
-std::string text(NSString* string) { return utf8((__bridge CFStringRef)string); }
-
 std::optional<std::string> optionalText(NSString* string) {
     if (string == nil) return std::nullopt;
-    return text(string);
+    return utf8(string);
 }
 
 ActivationPolicy policyOf(NSRunningApplication* application) {
@@ -37,7 +35,7 @@ ActivationPolicy policyOf(NSRunningApplication* application) {
 RunningApplication describe(NSRunningApplication* application) {
     return {.pid = application.processIdentifier,
             .bundleId = optionalText(application.bundleIdentifier),
-            .name = text(application.localizedName),
+            .name = utf8(application.localizedName),
             .path = optionalText(application.bundleURL.path),
             .policy = policyOf(application),
             .isActive = static_cast<bool>(application.isActive),
@@ -90,7 +88,7 @@ public:
     [[nodiscard]] std::string displayName(std::string_view path) const override {
         @autoreleasepool {
             const auto file = cfString(path);
-            std::string name = text(
+            std::string name = utf8(
                 [NSFileManager.defaultManager displayNameAtPath:(__bridge NSString*)file.get()]);
             if (name.ends_with(kBundleEnding)) name.resize(name.size() - kBundleEnding.size());
             return name;
