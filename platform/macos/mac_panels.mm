@@ -2,6 +2,7 @@
 
 #include "platform/macos/mac_factories.hpp"
 #include "platform/macos/mac_panel_windows.hpp"
+#include "platform/macos/mac_rect.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -85,10 +86,7 @@ public:
         contents_.setShown(spec_.id, false);
     }
     [[nodiscard]] bool isVisible() const override { return window().isVisible; }
-    [[nodiscard]] ScreenRect frame() const override {
-        const NSRect frame = window().frame;
-        return {frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
-    }
+    [[nodiscard]] ScreenRect frame() const override { return rectFrom<ScreenRect>(window().frame); }
     [[nodiscard]] Size fittingSize() const override {
         if (const auto asked = contents_.fittingSizeOf(spec_.id)) return *asked;
         return spec_.contentRect.size();

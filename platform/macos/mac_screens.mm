@@ -1,6 +1,7 @@
 #include "platform/screens.hpp"
 
 #include "platform/macos/mac_factories.hpp"
+#include "platform/macos/mac_rect.hpp"
 
 #import <AppKit/AppKit.h>
 
@@ -9,12 +10,9 @@ namespace orvel::macos {
 namespace {
 
 /// The system counts screens from the bottom left, as the port does.
-ScreenRect screenRect(NSRect rect) {
-    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
-}
-
 Screen describe(NSScreen* screen) {
-    return {.frame = screenRect(screen.frame), .visibleFrame = screenRect(screen.visibleFrame)};
+    return {.frame = rectFrom<ScreenRect>(screen.frame),
+            .visibleFrame = rectFrom<ScreenRect>(screen.visibleFrame)};
 }
 
 class MacScreens final : public Screens {

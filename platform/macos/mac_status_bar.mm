@@ -2,6 +2,7 @@
 
 #include "platform/macos/mac_action_target.hpp"
 #include "platform/macos/mac_factories.hpp"
+#include "platform/macos/mac_rect.hpp"
 #include "platform/macos/mac_status_button.hpp"
 #include "platform/macos/mac_text.hpp"
 
@@ -67,8 +68,7 @@ public:
             NSStatusBarButton* button = item().button;
             if (button == nil || button.window == nil) return std::nullopt;
             const NSRect inWindow = [button convertRect:button.bounds toView:nil];
-            const NSRect frame = [button.window convertRectToScreen:inWindow];
-            return ScreenRect{frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
+            return rectFrom<ScreenRect>([button.window convertRectToScreen:inWindow]);
         }
     }
 

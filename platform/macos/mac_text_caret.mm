@@ -2,6 +2,7 @@
 
 #include "platform/macos/mac_ax_calls.hpp"
 #include "platform/macos/mac_factories.hpp"
+#include "platform/macos/mac_rect.hpp"
 
 namespace orvel::macos {
 
@@ -32,7 +33,7 @@ public:
             asRect(boundsForRange(budget, element, range.get()).get());
         // Applications that do not know answer with an empty rectangle; a caret is at least high.
         if (!rect || rect->size.height <= 0) return std::nullopt;
-        return AxRect{rect->origin.x, rect->origin.y, rect->size.width, rect->size.height};
+        return rectFrom<AxRect>(*rect);
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/macos/mac_cf_ref.hpp"
 #include "platform/macos/mac_factories.hpp"
+#include "platform/macos/mac_rect.hpp"
 #include "platform/macos/mac_text.hpp"
 
 #import <ApplicationServices/ApplicationServices.h>
@@ -26,7 +27,7 @@ AxRect bounds(CFDictionaryRef entry) {
         !CGRectMakeWithDictionaryRepresentation(static_cast<CFDictionaryRef>(value), &rect)) {
         return {};
     }
-    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
+    return rectFrom<AxRect>(rect);
 }
 
 WindowInfo describe(CFDictionaryRef entry) {
