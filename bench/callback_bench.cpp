@@ -9,12 +9,11 @@
 #include "platform/x11/x11_preference_store.hpp"
 #include "tests/engine/fake_rooms.hpp"
 #include "tests/support/event_builders.hpp"
+#include "tests/support/scratch_home.hpp"
 
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-#include <string>
-#include <unistd.h>
+#include <string_view>
 
 namespace orvel {
 namespace {
@@ -34,17 +33,6 @@ public:
 
 private:
     EventHandler handler_;
-};
-
-/// A folder that goes when everything that wrote into it is gone.
-struct ScratchFolder {
-    ScratchFolder() = default;
-    ~ScratchFolder() { std::filesystem::remove_all(path); }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                 ("orvel-callback-bench-" + std::to_string(getpid()));
 };
 
 class Session {
@@ -77,9 +65,8 @@ private:
     test::FakeOverlay overlay_{commands_};
     test::FakeClipboard clipboard_{commands_};
     test::FakeFinderMenu finderMenu_{commands_};
-    ScratchFolder folder_;
-    x11::X11PreferenceStore store_{(folder_.path / "preferences.plist").string(),
-                                   [](std::string_view) {}};
+    test::ScratchFolder folder_;
+    x11::X11PreferenceStore store_{folder_.at("preferences.plist"), [](std::string_view) {}};
     Preferences preferences_{store_};
     OrvelEngine engine_{
         {desk_.accessibilityPermission, desk_.accessibilityWindows, desk_.appControl,

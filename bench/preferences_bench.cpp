@@ -1,12 +1,12 @@
 #include "app/preferences.hpp"
 #include "platform/x11/x11_preference_store.hpp"
+#include "tests/support/scratch_home.hpp"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <string>
+#include <string_view>
 
 // What a read of a setting costs, from the real store over a file with every setting in it.
 
@@ -16,10 +16,8 @@ namespace {
 class StoredSettings : public benchmark::Fixture {
 public:
     void SetUp(benchmark::State&) override {
-        std::string folder = std::filesystem::temp_directory_path() / "orvel-bench-XXXXXX";
-        if (mkdtemp(folder.data()) == nullptr) std::abort();
-        folder_ = folder;
-        store = std::make_unique<x11::X11PreferenceStore>(folder_ + "/preferences.plist",
+        folder_ = std::make_unique<test::ScratchFolder>();
+        store = std::make_unique<x11::X11PreferenceStore>(folder_->at("preferences.plist"),
                                                           [](std::string_view) {});
         preferences = std::make_unique<Preferences>(*store);
         for (std::size_t i = 0; i < kFeatureCardCount; ++i) {
@@ -34,7 +32,7 @@ public:
     void TearDown(benchmark::State&) override {
         preferences.reset();
         store.reset();
-        std::filesystem::remove_all(folder_);
+        folder_.reset();
     }
 
 protected:
@@ -42,7 +40,7 @@ protected:
     std::unique_ptr<Preferences> preferences;
 
 private:
-    std::string folder_;
+    std::unique_ptr<test::ScratchFolder> folder_;
 };
 
 BENCHMARK_F(StoredSettings, ReadAFlag)(benchmark::State& state) {

@@ -6,11 +6,11 @@
 #include "platform/memory/memory_run_loop.hpp"
 #include "platform/x11/x11_preference_store.hpp"
 #include "tests/support/event_builders.hpp"
+#include "tests/support/scratch_home.hpp"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <sstream>
 #include <string>
 
@@ -23,20 +23,9 @@ public:
     [[nodiscard]] Secrecy of(InputTicket) const override { return Secrecy::open; }
 };
 
-struct ScratchFolder {
-    ScratchFolder() {
-        if (mkdtemp(path.data()) == nullptr) std::abort();
-    }
-    ~ScratchFolder() { std::filesystem::remove_all(path); }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    std::string path = std::filesystem::temp_directory_path() / "orvel-bench-XXXXXX";
-};
-
 void recordAnEvent(benchmark::State& state) {
-    const ScratchFolder folder;
-    x11::X11PreferenceStore store(folder.path + "/preferences.plist", [](std::string_view) {});
+    const test::ScratchFolder folder;
+    x11::X11PreferenceStore store(folder.at("preferences.plist"), [](std::string_view) {});
     Preferences preferences(store);
     for (std::size_t i = 0; i < kFeatureCardCount; ++i) {
         preferences.setBool(kPreferenceTable[i].key, true);
