@@ -57,15 +57,7 @@ Rectangle {
                 model: view.vm.applications
                 currentIndex: view.vm.chosenPlace
                 highlightMoveDuration: 0
-                T.ScrollBar.vertical: T.ScrollBar {
-                    width: 6
-                    visible: list.contentHeight > list.height
-                    contentItem: Rectangle {
-                        implicitWidth: 4
-                        radius: 2
-                        color: Theme.strokeStrong
-                    }
-                }
+                T.ScrollBar.vertical: SlimScrollBar { visible: list.contentHeight > list.height }
                 Accessible.role: Accessible.List
                 Accessible.name: "正在运行的应用程序"
                 delegate: ForceQuitRowView {
