@@ -10,6 +10,7 @@
 // "sync WORD" on standard input is answered by "synced WORD" after everything that the server
 // had for us by then has been printed. The end of standard input ends the program.
 
+#include "tools/rig/clients/line_input.hpp"
 #include "tools/rig/clients/scroll_axes.hpp"
 #include "tools/rig/probe_event.hpp"
 
@@ -76,7 +77,8 @@ public:
             if (poll(waits.data(), waits.size(), -1) < 0) {
                 return;
             }
-            if (waits[1].revents != 0 && !obey()) {
+            const auto told = [this](const std::string& command) { obey(command); };
+            if (waits[1].revents != 0 && !input_.read(told)) {
                 return;
             }
         }
@@ -122,24 +124,11 @@ private:
         XISelectEvents(display_.get(), window, &mask, 1);
     }
 
-    bool obey() {
-        std::array<char, 256> buffer{};
-        const ssize_t got = read(STDIN_FILENO, buffer.data(), buffer.size());
-        if (got <= 0) {
-            return false;
-        }
-        commands_.append(buffer.data(), static_cast<std::size_t>(got));
-        for (auto end = commands_.find('\n'); end != std::string::npos;
-             end = commands_.find('\n')) {
-            const std::string command = commands_.substr(0, end);
-            commands_.erase(0, end + 1);
-            if (command.starts_with("sync ")) {
-                XSync(display_.get(), False);
-                printPending();
-                std::cout << "synced " << command.substr(5) << std::endl;
-            }
-        }
-        return true;
+    void obey(const std::string& command) {
+        if (!command.starts_with("sync ")) return;
+        XSync(display_.get(), False);
+        printPending();
+        std::cout << "synced " << command.substr(5) << std::endl;
     }
 
     void printPending() {
@@ -275,7 +264,7 @@ private:
     std::unique_ptr<ScrollAxes> scrollAxes_;
     int xinputOpcode_ = -1;
     Window window_ = None;
-    std::string commands_;
+    LineInput input_;
 };
 
 }  // namespace

@@ -19,7 +19,7 @@ void LineClient::run() {
         pollfd waits[] = {{STDIN_FILENO, POLLIN, 0},
                           {xcb_get_file_descriptor(connection_), POLLIN, 0}};
         ::poll(waits, 2, -1);
-        if (waits[0].revents != 0 && !readLines()) return;
+        if (waits[0].revents != 0 && !input_.read([this](const auto& line) { obey(line); })) return;
         if (xcb_connection_has_error(connection_) != 0) return;
         while (auto* event = xcb_poll_for_event(connection_)) {
             handle(*event);
@@ -40,18 +40,6 @@ xcb_atom_t LineClient::atom(const std::string& name) const {
     const auto found = reply->atom;
     std::free(reply);
     return found;
-}
-
-bool LineClient::readLines() {
-    char bytes[4096];
-    const auto size = ::read(STDIN_FILENO, bytes, sizeof bytes);
-    if (size <= 0) return false;
-    pending_.append(bytes, static_cast<std::size_t>(size));
-    for (auto end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
-        obey(pending_.substr(0, end));
-        pending_.erase(0, end + 1);
-    }
-    return true;
 }
 
 }  // namespace orvel::rig

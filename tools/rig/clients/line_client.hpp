@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/rig/clients/line_input.hpp"
+
 #include <xcb/xcb.h>
 
 #include <string>
@@ -26,10 +28,8 @@ protected:
     [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
 
 private:
-    [[nodiscard]] bool readLines();
-
     xcb_connection_t* connection_;
-    std::string pending_;
+    LineInput input_;
 };
 
 }  // namespace orvel::rig

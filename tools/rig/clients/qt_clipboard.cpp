@@ -6,6 +6,8 @@
 //   read-picture      pastes a picture and tells its size
 // Answers each line with "done", and what was asked for.
 
+#include "tools/rig/clients/line_input.hpp"
+
 #include <QApplication>
 #include <QByteArray>
 #include <QClipboard>
@@ -69,17 +71,13 @@ std::string obey(const std::string& line) {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    std::string pending;
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, &input, [&] {
-        char bytes[4096];
-        const auto size = ::read(STDIN_FILENO, bytes, sizeof bytes);
-        if (size <= 0) return QApplication::quit();
-        pending.append(bytes, static_cast<std::size_t>(size));
-        for (auto end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-            std::cout << "done" << obey(pending.substr(0, end)) << std::endl;
-            pending.erase(0, end + 1);
-        }
+    orvel::rig::LineInput input;
+    QSocketNotifier arrival(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&arrival, &QSocketNotifier::activated, &arrival, [&] {
+        const auto answer = [](const std::string& line) {
+            std::cout << "done" << obey(line) << std::endl;
+        };
+        if (!input.read(answer)) QApplication::quit();
     });
     std::cout << "done" << std::endl;
     return QApplication::exec();
