@@ -30,12 +30,7 @@ class PanelDesktop {
 public:
     rig::OrvelProgram start() { return {ORVEL_PROGRAM, desktop_.environment()}; }
     /// Puts the pointer on the icon of the program that has just been started.
-    void aim() {
-        const rig::WindowFrame icon = tray_.waitForIcon();
-        const rig::ScreenPoint centre{icon.x + icon.width / 2, icon.y + icon.height / 2};
-        const rig::ScreenPoint from = desktop_.state().pointer();
-        desktop_.mouse().move(centre.x - from.x, centre.y - from.y);
-    }
+    void aim() { desktop_.pointAt(tray_.waitForIcon().centre()); }
     /// From the click until the panel's header is drawn.
     double secondsToOpen() {
         const auto begin = Clock::now();
@@ -49,13 +44,7 @@ public:
     }
 
 private:
-    std::optional<rig::WindowId> panel() {
-        for (const rig::WindowId window : rig::managedWindows(desktop_.x())) {
-            const bool isPanel = rig::titleOf(desktop_.x(), window) == "Orvel";
-            if (isPanel && rig::isVisible(desktop_.x(), window)) return window;
-        }
-        return std::nullopt;
-    }
+    std::optional<rig::WindowId> panel() { return rig::shownWindow(desktop_.x(), "Orvel"); }
     /// The program's mark in the header is blue.
     bool isDrawn() {
         const auto window = panel();

@@ -112,8 +112,7 @@ TEST_F(OrvelEditorTest, AReversedWheelScrollsTheTextTheOtherWay) {
     std::string lines;
     for (int i = 1; i <= 400; ++i) lines += std::to_string(i) + '\n';
     start(settings, lines);
-    const rig::WindowFrame frame = rig::frameOf(desktop().x(), window_);
-    state().warpPointer({frame.x + frame.width / 2, frame.y + frame.height / 2});
+    state().warpPointer(rig::frameOf(desktop().x(), window_).centre());
     EXPECT_TRUE(eventually([] { return text(); }, is(lines)));
     rig::Picture beginning = shown();
     const auto isStill = [&] { return std::exchange(beginning, shown()) == beginning; };

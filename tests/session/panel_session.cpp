@@ -31,13 +31,7 @@ rig::ExitStatus PanelSessionTest::run(std::vector<std::string> arguments) {
 }
 
 std::optional<rig::WindowId> PanelSessionTest::panel() {
-    for (const rig::WindowId window : rig::managedWindows(desktop().x())) {
-        if (rig::titleOf(desktop().x(), window) == "Orvel" &&
-            rig::isVisible(desktop().x(), window)) {
-            return window;
-        }
-    }
-    return std::nullopt;
+    return rig::shownWindow(desktop().x(), "Orvel");
 }
 
 void PanelSessionTest::waitForPanel() {
@@ -46,8 +40,7 @@ void PanelSessionTest::waitForPanel() {
 }
 
 void PanelSessionTest::moveTo(rig::ScreenPoint point) {
-    const rig::ScreenPoint from = state().pointer();
-    mouse().move(point.x - from.x, point.y - from.y);
+    desktop().pointAt(point);
     ASSERT_EQ(state().pointer(), point);
 }
 

@@ -30,9 +30,7 @@ protected:
     static void waitForPanel();
 
     static void moveTo(rig::ScreenPoint point);
-    static void moveTo(const rig::WindowFrame& frame) {
-        moveTo(rig::ScreenPoint{frame.x + frame.width / 2, frame.y + frame.height / 2});
-    }
+    static void moveTo(const rig::WindowFrame& frame) { moveTo(frame.centre()); }
     template <class Place>
     static void click(const Place& place, rig::Button button = rig::Button::left) {
         moveTo(place);

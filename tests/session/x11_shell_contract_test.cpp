@@ -79,8 +79,8 @@ public:
         }));
     }
     void click(StatusItemButton button) {
-        const rig::WindowFrame icon = tray_->waitForIcon();
-        clickAt({icon.x + icon.width / 2, icon.y + icon.height / 2},
+        const rig::ScreenPoint icon = tray_->waitForIcon().centre();
+        clickAt({icon.x, icon.y},
                 button == StatusItemButton::left ? rig::Button::left : rig::Button::right);
     }
 

@@ -51,10 +51,7 @@ std::unique_ptr<rig::ChildProcess> DemoDesktop::startTerminal() {
 }
 
 void DemoDesktop::click(rig::WindowId window) {
-    const rig::WindowFrame frame = rig::frameOf(desktop_.x(), window);
-    const rig::ScreenPoint from = state().pointer();
-    const rig::ScreenPoint to{frame.x + frame.width / 2, frame.y + frame.height / 2};
-    mouse().move(to.x - from.x, to.y - from.y);
+    desktop_.pointAt(rig::frameOf(desktop_.x(), window).centre());
     mouse().click(rig::Button::left);
     rig::waitForFocus(desktop_.x(), window);
 }

@@ -20,4 +20,9 @@ EmbeddedDesktop::EmbeddedDesktop(const Options& options)
     x().sync();
 }
 
+void EmbeddedDesktop::pointAt(ScreenPoint point) {
+    const ScreenPoint from = state_.pointer();
+    mouse().move(point.x - from.x, point.y - from.y);
+}
+
 }  // namespace orvel::rig

@@ -31,6 +31,8 @@ public:
     ScreenState& state() { return state_; }
     Keyboard& keyboard() { return server_.keyboard(); }
     Pointer& mouse() { return server_.mouse(); }
+    /// Moves the mouse to this point of the screen.
+    void pointAt(ScreenPoint point);
     /// Only on a desktop that has one.
     WindowManager& windowManager() { return *windowManager_; }
     /// For a program that shall run in this desktop.

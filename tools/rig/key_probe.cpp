@@ -53,15 +53,9 @@ void KeyProbe::focus() {
     clear();
 }
 
-int KeyProbe::centreX() const {
-    const WindowFrame frame = frameOf(x_, window_);
-    return frame.x + frame.width / 2;
-}
+int KeyProbe::centreX() const { return frameOf(x_, window_).centre().x; }
 
-int KeyProbe::centreY() const {
-    const WindowFrame frame = frameOf(x_, window_);
-    return frame.y + frame.height / 2;
-}
+int KeyProbe::centreY() const { return frameOf(x_, window_).centre().y; }
 
 Events KeyProbe::drain() {
     const std::string token = std::to_string(++syncs_);

@@ -6,7 +6,6 @@
 #include <X11/Xlib.h>
 
 #include <array>
-#include <memory>
 #include <vector>
 
 namespace orvel::rig {
@@ -16,32 +15,10 @@ WindowId trayOwner(XConnection& x) {
     return XGetSelectionOwner(x.get(), x.atom("_NET_SYSTEM_TRAY_S0"));
 }
 
-std::vector<Window> childrenOf(XConnection& x, Window window) {
-    Window root = None;
-    Window parent = None;
-    Window* list = nullptr;
-    unsigned count = 0;
-    if (XQueryTree(x.get(), window, &root, &parent, &list, &count) == 0) return {};
-    const std::unique_ptr<Window, decltype(&XFree)> owner(list, XFree);
-    return {list, list + count};
-}
-
-/// A window that embeds itself says so in a property.
-bool isEmbedded(XConnection& x, Window window) {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long left = 0;
-    unsigned char* data = nullptr;
-    XGetWindowProperty(x.get(), window, x.atom("_XEMBED_INFO"), 0, 2, False, AnyPropertyType, &type,
-                       &format, &count, &left, &data);
-    if (data != nullptr) XFree(data);
-    return type != None;
-}
-
 void collectIcons(XConnection& x, Window window, std::vector<Window>& icons) {
     for (const Window child : childrenOf(x, window)) {
-        if (isEmbedded(x, child)) {
+        // A window that embeds itself says so in a property.
+        if (hasProperty(x, child, "_XEMBED_INFO")) {
             icons.push_back(child);
         } else {
             collectIcons(x, child, icons);

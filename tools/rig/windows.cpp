@@ -8,6 +8,7 @@
 #include <X11/Xutil.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace orvel::rig {
@@ -57,52 +58,40 @@ bool matches(XConnection& x, Window window, const std::string& titleOrClass) {
 }
 
 std::optional<Window> findVisible(XConnection& x, Window top, const std::string& titleOrClass) {
-    Window root = None;
-    Window parent = None;
-    Window* list = nullptr;
-    unsigned count = 0;
-    if (XQueryTree(x.get(), top, &root, &parent, &list, &count) == 0) {
-        return std::nullopt;
-    }
-    const std::unique_ptr<Window, decltype(&XFree)> owner(list, XFree);
-    for (unsigned at = 0; at < count; ++at) {
-        if (matches(x, list[at], titleOrClass) && isVisible(x, list[at])) {
-            return list[at];
+    for (const Window child : childrenOf(x, top)) {
+        if (matches(x, child, titleOrClass) && isVisible(x, child)) {
+            return child;
         }
-        if (const auto inside = findVisible(x, list[at], titleOrClass)) {
+        if (const auto inside = findVisible(x, child, titleOrClass)) {
             return inside;
         }
     }
     return std::nullopt;
 }
 
+/// What a pager asks of the window manager about a window.
+void askWindowManager(XConnection& x, Window window, const char* request,
+                      const std::array<long, 5>& data) {
+    XEvent message{};
+    message.xclient.type = ClientMessage;
+    message.xclient.window = window;
+    message.xclient.message_type = x.atom(request);
+    message.xclient.format = 32;
+    std::copy(data.begin(), data.end(), message.xclient.data.l);
+    XSendEvent(x.get(), x.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
+               &message);
+}
+
 void askToActivate(XConnection& x, Window window) {
     constexpr long kFromPager = 2;
-    XEvent request{};
-    request.xclient.type = ClientMessage;
-    request.xclient.window = window;
-    request.xclient.message_type = x.atom("_NET_ACTIVE_WINDOW");
-    request.xclient.format = 32;
-    request.xclient.data.l[0] = kFromPager;
-    XSendEvent(x.get(), x.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
-               &request);
+    askWindowManager(x, window, "_NET_ACTIVE_WINDOW", {kFromPager});
 }
 
 void askForFrame(XConnection& x, WindowId window, const WindowFrame& frame) {
     // All four values given, by a pager, for the client area and not for the decoration.
     constexpr long kFlags = StaticGravity | 15 << 8 | 2 << 12;
-    XEvent request{};
-    request.xclient.type = ClientMessage;
-    request.xclient.window = window;
-    request.xclient.message_type = x.atom("_NET_MOVERESIZE_WINDOW");
-    request.xclient.format = 32;
-    request.xclient.data.l[0] = kFlags;
-    request.xclient.data.l[1] = frame.x;
-    request.xclient.data.l[2] = frame.y;
-    request.xclient.data.l[3] = frame.width;
-    request.xclient.data.l[4] = frame.height;
-    XSendEvent(x.get(), x.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
-               &request);
+    askWindowManager(x, window, "_NET_MOVERESIZE_WINDOW",
+                     {kFlags, frame.x, frame.y, frame.width, frame.height});
 }
 
 // Toolkits put the focus on a window of their own inside the managed one.
@@ -132,6 +121,20 @@ bool hasFocus(XConnection& x, Window window) {
 }
 
 }  // namespace
+
+std::vector<WindowId> childrenOf(XConnection& x, WindowId window) {
+    Window root = None;
+    Window parent = None;
+    Window* list = nullptr;
+    unsigned count = 0;
+    if (XQueryTree(x.get(), window, &root, &parent, &list, &count) == 0) return {};
+    const std::unique_ptr<Window, decltype(&XFree)> owner(list, XFree);
+    return {list, list + count};
+}
+
+bool hasProperty(XConnection& x, WindowId window, const char* name) {
+    return readProperty(x, window, name).type != None;
+}
 
 std::string titleOf(XConnection& x, Window window) {
     const std::string title = readText(x, window, "_NET_WM_NAME");
@@ -192,17 +195,17 @@ std::optional<Window> activeWindow(XConnection& x) {
 
 void waitForWindowManager(XConnection& x) {
     const Window window = XCreateSimpleWindow(x.get(), x.root(), 0, 0, 1, 1, 0, 0, 0);
-    XEvent request{};
-    request.xclient.type = ClientMessage;
-    request.xclient.window = window;
-    request.xclient.message_type = x.atom("_NET_REQUEST_FRAME_EXTENTS");
-    request.xclient.format = 32;
-    XSendEvent(x.get(), x.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
-               &request);
-    const bool isAnswered =
-        pollUntil([&] { return readProperty(x, window, "_NET_FRAME_EXTENTS").type != None; });
+    askWindowManager(x, window, "_NET_REQUEST_FRAME_EXTENTS", {});
+    const bool isAnswered = pollUntil([&] { return hasProperty(x, window, "_NET_FRAME_EXTENTS"); });
     XDestroyWindow(x.get(), window);
     if (!isAnswered) throw RigError("the window manager does not answer");
+}
+
+std::optional<WindowId> shownWindow(XConnection& x, const std::string& title) {
+    for (const WindowId window : managedWindows(x)) {
+        if (titleOf(x, window) == title && isVisible(x, window)) return window;
+    }
+    return std::nullopt;
 }
 
 Window waitForWindow(XConnection& x, const std::string& titleOrClass) {

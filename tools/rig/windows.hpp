@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/rig/screen_state.hpp"
 #include "tools/rig/x_connection.hpp"
 
 #include <optional>
@@ -14,8 +15,13 @@ struct WindowFrame {
     int width = 0;
     int height = 0;
     bool operator==(const WindowFrame&) const = default;
+
+    ScreenPoint centre() const { return {x + width / 2, y + height / 2}; }
 };
 
+/// The windows directly in this one, bottom first.
+std::vector<WindowId> childrenOf(XConnection& x, WindowId window);
+bool hasProperty(XConnection& x, WindowId window, const char* name);
 /// The title, from the window manager's property or the older one.
 std::string titleOf(XConnection& x, WindowId window);
 /// Instance and class name.
@@ -31,6 +37,8 @@ void waitForWindowManager(XConnection& x);
 WindowId windowManagersOwn(XConnection& x);
 /// The windows that the window manager manages; bottom first where it tells the order.
 std::vector<WindowId> managedWindows(XConnection& x);
+/// The managed window with this title that shows.
+std::optional<WindowId> shownWindow(XConnection& x, const std::string& title);
 /// The window that has the keyboard's focus according to the window manager.
 std::optional<WindowId> activeWindow(XConnection& x);
 
