@@ -6,7 +6,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,8 +52,7 @@ protected:
     /// The text as it is now: saved again and again, since the editor may be busy.
     static std::string text() {
         command("s");
-        std::ifstream saved(file());
-        return {std::istreambuf_iterator<char>(saved), {}};
+        return rig::contentOf(file());
     }
     /// What an editor adds at the end of the last line does not matter.
     static auto is(const std::string& text) { return testing::AnyOf(text, text + '\n'); }

@@ -7,8 +7,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -46,8 +44,7 @@ protected:
         return {*status, program.err().text()};
     }
     static std::string traceText() {
-        std::ifstream file(desktop().home().state() / "orvel/trace.log");
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        return rig::contentOf(desktop().home().state() / "orvel/trace.log");
     }
     static void expectPlainTyping(KeyProbe& probe) {
         EXPECT_TRUE(eventually([] { return state().keysDown(); }, IsEmpty()));

@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -38,10 +37,6 @@ public:
     }
     std::string nextPath() {
         return desktop_.home().runtime() / ("clipboard-" + std::to_string(++lastFile_));
-    }
-    static std::string contentOf(const std::string& path) {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     }
 
     /// Copies the bytes of a file and owns them until somebody else copies.
@@ -95,7 +90,7 @@ protected:
         const auto path = shared->nextPath();
         outputOf(
             {"sh", "-c", "xclip -selection clipboard -target '" + target + "' -out > " + path});
-        return ClipboardDesktop::contentOf(path);
+        return rig::contentOf(path);
     }
 
     static inline std::unique_ptr<ClipboardDesktop> shared;

@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <sstream>
 
 namespace orvel::test {
 namespace {
@@ -41,7 +40,7 @@ protected:
             ADD_FAILURE() << "it does not start: " << process->err().text();
         }
         // Its own first setting is on the disk, so that it meets none of ours half-way.
-        EXPECT_TRUE(eventually([] { return contentOf(settingsFile()); },
+        EXPECT_TRUE(eventually([] { return rig::contentOf(settingsFile()); },
                                HasSubstr("NSInitialToolTipDelay")));
         return process;
     }
@@ -66,12 +65,7 @@ protected:
     static std::filesystem::path settingsFile() {
         return desktop().home().config() / "orvel" / "preferences.plist";
     }
-    static std::string contentOf(const std::filesystem::path& file) {
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return text.str();
-    }
-    static std::string traced() { return contentOf(traceFile()); }
+    static std::string traced() { return rig::contentOf(traceFile()); }
     static rig::ExitStatus exited(int code) { return {.code = code, .signal = {}}; }
 
     static inline std::map<std::string, std::string> settings_;
@@ -194,7 +188,7 @@ TEST_F(ResidentTest, RecordsASessionThatCanBeReplayed) {
     ASSERT_TRUE(orvel->out().waitForText("引擎工作状态已设为"));
     keyboard().chord({"Control_L", "c"});
     // Lines wait until it is known that the probe tells nobody what it is.
-    EXPECT_TRUE(eventually([&] { return contentOf(file); }, HasSubstr(R"("keyUp","key":8,)")));
+    EXPECT_TRUE(eventually([&] { return rig::contentOf(file); }, HasSubstr(R"("keyUp","key":8,)")));
     {
         rig::ScreenLocker locker(desktop().environment());
         keyboard().type("q\n");
@@ -203,7 +197,7 @@ TEST_F(ResidentTest, RecordsASessionThatCanBeReplayed) {
     }
     orvel->signal(SIGTERM);
     EXPECT_EQ(orvel->waitForExit(), exited(0));
-    const std::string steps = contentOf(file);
+    const std::string steps = rig::contentOf(file);
     EXPECT_THAT(steps, HasSubstr(R"({"event":{"type":"keyDown","key":8,"flags":262144}})"));
     EXPECT_THAT(steps, HasSubstr(R"(# {"decision":"modify","key":8,"flags":1048576})"));
     EXPECT_THAT(steps, Not(HasSubstr(R"("key":12,)")));
@@ -230,7 +224,7 @@ TEST_F(ResidentTest, RecordsNothingThatIsTypedIntoAPasswordField) {
         // What is typed before the window has told anything is not kept.
         const auto typed = [&] {
             keyboard().type("w");
-            return contentOf(file);
+            return rig::contentOf(file);
         };
         EXPECT_TRUE(eventually(typed, HasSubstr(R"("key":13,)"))) << orvel->err().text();
     }
@@ -239,7 +233,7 @@ TEST_F(ResidentTest, RecordsNothingThatIsTypedIntoAPasswordField) {
     ASSERT_EQ(field.nextText(), "zzz");
     orvel->signal(SIGTERM);
     EXPECT_EQ(orvel->waitForExit(), exited(0));
-    EXPECT_THAT(contentOf(file), Not(HasSubstr(R"("key":6,)")));
+    EXPECT_THAT(rig::contentOf(file), Not(HasSubstr(R"("key":6,)")));
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -29,11 +27,6 @@ using testing::Not;
 constexpr const char* kPassword = "qzxjvkqzxj";
 /// Its last letters.
 constexpr const char* kEnd = "kqzxj";
-
-std::string contentOf(const std::filesystem::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 /// The letters of the keys that were pressed in these steps.
 std::string lettersIn(const std::string& steps) {
@@ -66,7 +59,7 @@ protected:
     static rig::Keyboard& keyboard() { return desktop().keyboard(); }
     static std::filesystem::path record() { return desktop().home().path() / "typed.jsonl"; }
     static std::filesystem::path trace() { return desktop().home().state() / "orvel/trace.log"; }
-    static std::string recorded() { return lettersIn(contentOf(record())); }
+    static std::string recorded() { return lettersIn(rig::contentOf(record())); }
     static std::string program() {
         return std::string(std::getenv("ORVEL_BUILD_DIR")) + "/orvel-session";
     }
@@ -180,7 +173,7 @@ TEST_P(TypedSecrets, NothingIsKeptOfAPasswordTypedAtOnceAfterAClickIntoItsField)
         Application form = openForm();
         const auto field = findPasswordField(form);
         start();
-        const auto traced = [] { return contentOf(trace()); };
+        const auto traced = [] { return rig::contentOf(trace()); };
         const auto rewrite = [&] {
             keyboard().chord({"Shift_L", "BackSpace"});
             return traced();

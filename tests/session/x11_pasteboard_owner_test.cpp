@@ -38,7 +38,7 @@ protected:
     static std::string textOf(App& app) {
         const auto path = shared->nextPath();
         EXPECT_EQ(app.tell("read " + path), "");
-        return ClipboardDesktop::contentOf(path);
+        return rig::contentOf(path);
     }
 };
 
@@ -68,7 +68,7 @@ TEST_F(X11PasteboardOwnerTest, EveryKindOfApplicationPastesOurPicture) {
     EXPECT_THAT(targets(), HasSubstr("image/png"));
     const auto png = shared->file(pasted("image/png"));
     EXPECT_THAT(rig::runTool({"identify", png}, shared->environment()), HasSubstr("PNG 1200x800"));
-    EXPECT_TRUE(pasted("image/tiff") == ClipboardDesktop::contentOf(odd));
+    EXPECT_TRUE(pasted("image/tiff") == rig::contentOf(odd));
     EXPECT_EQ(gtk.tell("read-picture " + shared->nextPath()), "1200x800");
     EXPECT_EQ(qt.tell("read-picture"), "1200x800");
     EXPECT_EQ(pasteboard().string(), std::nullopt);

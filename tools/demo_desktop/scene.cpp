@@ -4,8 +4,6 @@
 #include "tools/rig/poll_until.hpp"
 #include "tools/rig/rig_error.hpp"
 
-#include <fstream>
-#include <iterator>
 #include <ostream>
 #include <string_view>
 #include <utility>
@@ -15,11 +13,6 @@ namespace orvel::demo {
 namespace {
 
 constexpr std::string_view kLine = "Every key of this line went through Orvel.";
-
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 class Scene {
 public:
@@ -114,7 +107,7 @@ private:
 
     void expectFile(const std::string& what, const std::filesystem::path& file,
                     const std::string& wanted) {
-        const auto seen = rig::pollUntil([&] { return contentOf(file); },
+        const auto seen = rig::pollUntil([&] { return rig::contentOf(file); },
                                          [&](const std::string& text) { return text == wanted; });
         tell(what, seen.last, seen.accepted);
     }

@@ -15,15 +15,6 @@ namespace orvel::rig {
 namespace fs = std::filesystem;
 namespace {
 
-// What can be read of it: the files of a process that ends meanwhile stop in the middle. Iterators
-// would throw then.
-std::string contentOf(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    return content.str();
-}
-
 std::optional<int> processId(const fs::path& entry) {
     const std::string name = entry.filename();
     int id = 0;
@@ -93,6 +84,14 @@ std::vector<fs::path> ScratchHome::filesContaining(std::string_view bytes) const
         }
     }
     return found;
+}
+
+std::string contentOf(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    // The files of a process that ends meanwhile stop in the middle. Iterators would throw then.
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
 }
 
 std::vector<int> processesOf(const fs::path& home) {

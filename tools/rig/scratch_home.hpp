@@ -3,6 +3,7 @@
 #include "tools/rig/environment.hpp"
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +34,9 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+/// What can be read of a file; empty when there is none.
+std::string contentOf(const std::filesystem::path& file);
 
 /// The processes that run with this home, by id; whoever left their group included. They know
 /// it by their environment, so a process that cleared its own escapes.

@@ -3,9 +3,6 @@
 #include "tools/rig/rig_error.hpp"
 #include "tools/rig/windows.hpp"
 
-#include <fstream>
-#include <iterator>
-
 namespace orvel::rig {
 namespace {
 
@@ -37,9 +34,6 @@ XtermApp::XtermApp(const ScratchHome& home, const Environment& environment, XCon
 
 void XtermApp::focus() { focusWindow(x_, window_); }
 
-std::string XtermApp::received() const {
-    std::ifstream in(record_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+std::string XtermApp::received() const { return contentOf(record_); }
 
 }  // namespace orvel::rig
