@@ -322,8 +322,9 @@ TEST(EmbeddedDesktopTest, LeavesNothingRunningAndNothingOnDisk) {
 TEST(ScratchHomeTest, EndsWithWhoeverStillLivesInIt) {
     std::optional<rig::ScratchHome> home(std::in_place);
     const rig::Environment environment = home->environment();
-    // Leaves its process group, and its parent ends at once.
-    rig::runTool({"sh", "-c", "setsid --fork tail -f /dev/null >/dev/null 2>&1"}, environment);
+    // Has left its process group when its parent ends.
+    rig::runTool({"sh", "-c", "setsid sh -c 'tail -f /dev/null >/dev/null 2>&1 &'; true"},
+                 environment);
     const std::filesystem::path path = home->path();
     EXPECT_TRUE(eventually([&] { return rig::processesOf(path); }, testing::SizeIs(1)));
     home.reset();
