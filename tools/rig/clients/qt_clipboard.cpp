@@ -52,6 +52,9 @@ std::string pastePicture() {
 }
 
 std::string obey(const std::string& line) {
+    // Without a key or a click Qt knows the time only from what the server told it last, and a copy
+    // that is older than somebody else's does not count.
+    QGuiApplication::sync();
     std::istringstream words(line);
     std::string command;
     std::string name;
