@@ -1,6 +1,6 @@
 #include "platform/x11/desktop_appearance.hpp"
 
-#include "platform/x11/server_of_qt.hpp"
+#include "platform/x11/server_questions.hpp"
 #include "platform/x11/x_reply.hpp"
 #include "platform/x11/x_settings.hpp"
 

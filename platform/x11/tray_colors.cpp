@@ -1,37 +1,21 @@
 #include "platform/x11/tray_colors.hpp"
 
+#include "platform/x11/server_questions.hpp"
+#include "platform/x11/x_reply.hpp"
+
 #include <xcb/xcb.h>
 
-#include <cstdlib>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 namespace orvel::x11 {
 
-namespace {
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <typename T>
-using Owned = std::unique_ptr<T, Free>;
-
-xcb_atom_t atom(xcb_connection_t* server, std::string_view name) {
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-        server, xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
-}  // namespace
-
 TrayColors::TrayColors(std::function<void(const std::optional<QColor>&)> told)
     : told_(std::move(told)), server_(xcb_connect(nullptr, nullptr)) {
     if (xcb_connection_has_error(server_) != 0) return;
-    selection_ = atom(server_, "_NET_SYSTEM_TRAY_S0");
-    property_ = atom(server_, "_NET_SYSTEM_TRAY_COLORS");
-    announcement_ = atom(server_, "MANAGER");
+    selection_ = internAtom(server_, "_NET_SYSTEM_TRAY_S0");
+    property_ = internAtom(server_, "_NET_SYSTEM_TRAY_COLORS");
+    announcement_ = internAtom(server_, "MANAGER");
     // Where trays announce themselves.
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server_)).data->root;
     const std::uint32_t announcements = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -50,7 +34,7 @@ TrayColors::~TrayColors() {
 }
 
 void TrayColors::readEvents() {
-    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(server_)}) {
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(server_)}) {
         const int type = event->response_type & 0x7f;
         if (type == XCB_PROPERTY_NOTIFY) {
             const auto& change = reinterpret_cast<xcb_property_notify_event_t&>(*event);
@@ -65,9 +49,7 @@ void TrayColors::readEvents() {
 }
 
 void TrayColors::findTray() {
-    const Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        server_, xcb_get_selection_owner(server_, selection_), nullptr));
-    tray_ = owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
+    tray_ = selectionOwner(server_, selection_);
     if (tray_ == XCB_WINDOW_NONE) return;
     const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(server_, tray_, XCB_CW_EVENT_MASK, &changes);
@@ -77,7 +59,7 @@ void TrayColors::findTray() {
 /// Red, green and blue of the symbols come first, each of 16 bits in a number of its own.
 void TrayColors::readColors() {
     constexpr std::uint32_t kParts = 3;
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         server_, xcb_get_property(server_, 0, tray_, property_, XCB_ATOM_CARDINAL, 0, kParts),
         nullptr));
     std::optional<QColor> color;

@@ -1,6 +1,6 @@
 #include "platform/x11/x11_panels.hpp"
 
-#include "platform/x11/server_of_qt.hpp"
+#include "platform/x11/server_questions.hpp"
 
 #include <QPainterPath>
 #include <QRegion>

@@ -7,8 +7,10 @@ struct xcb_connection_t;
 
 namespace orvel::x11 {
 
-/// Qt's own connection to the X server; null where Qt runs without one. Needs a QGuiApplication.
-/// Main thread, as is everything here, and waits for the answer.
+// What the shell asks the X server, waiting for the answer, on the connection of Qt or on another.
+// Main thread.
+
+/// Qt's own connection; null where Qt runs without an X server. Needs a QGuiApplication.
 [[nodiscard]] xcb_connection_t* serverOfQt();
 /// Zero when the server is gone.
 [[nodiscard]] std::uint32_t internAtom(xcb_connection_t* server, std::string_view name);

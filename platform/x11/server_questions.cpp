@@ -1,4 +1,4 @@
-#include "platform/x11/server_of_qt.hpp"
+#include "platform/x11/server_questions.hpp"
 
 #include "platform/x11/x_reply.hpp"
 
