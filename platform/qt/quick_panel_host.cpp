@@ -84,8 +84,9 @@ private:
         if (spec_.id == PanelId::settings) {
             const QRect button = host_.statusButton_ ? host_.statusButton_() : QRect();
             kept = keptOnScreen(wanted, availableAround(wanted.center()), button);
-            if (view_.root() != nullptr)
-                view_.root()->setProperty("isBelowStatusItem", kept.y() == wanted.y());
+            const bool isBelow = kept.y() == wanted.y();
+            window().setProperty(kBelowStatusItem, isBelow);
+            if (view_.root() != nullptr) view_.root()->setProperty(kBelowStatusItem, isBelow);
         }
         window().setGeometry(kept);
         wanted_ = kept;

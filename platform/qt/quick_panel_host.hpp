@@ -15,6 +15,10 @@ class QWindow;
 
 namespace orvel::qt {
 
+/// The property of the settings panel's window and content that tells whether the panel hangs below
+/// its status item, where its arrow points at it. Absent as long as it has no place.
+inline constexpr const char* kBelowStatusItem = "isBelowStatusItem";
+
 /// What only the windowing system can do for a panel. Main thread.
 class PanelNative {
 public:

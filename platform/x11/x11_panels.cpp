@@ -4,6 +4,7 @@
 
 #include <QPainterPath>
 #include <QRegion>
+#include <QVariant>
 #include <QWindow>
 #include <xcb/xcb.h>
 
@@ -37,19 +38,21 @@ void askForEveryWorkspace(xcb_connection_t* server, xcb_window_t window) {
     xcb_flush(server);
 }
 
-/// The outline of the settings panel: rounded corners and, on top, the arrow.
-QRegion settingsOutline(QSize size) {
+/// The outline of the settings panel: rounded corners and, on top, the arrow if it has one.
+QRegion settingsOutline(QSize size, bool hasArrow) {
     constexpr int arrowHeight = 10;
     constexpr int arrowHalf = 11;
     constexpr int radius = 12;
     QPainterPath body;
     body.addRoundedRect(QRectF(0, arrowHeight, size.width(), size.height() - arrowHeight), radius,
                         radius);
+    const QRegion outline(body.toFillPolygon().toPolygon());
+    if (!hasArrow) return outline;
     const int middle = size.width() / 2;
     const QPolygon arrow({{middle - arrowHalf, arrowHeight + 1},
                           {middle, 0},
                           {middle + arrowHalf, arrowHeight + 1}});
-    return QRegion(body.toFillPolygon().toPolygon()).united(arrow);
+    return outline.united(arrow);
 }
 
 }  // namespace
@@ -67,7 +70,9 @@ void X11Panels::willShow(QWindow& window, const PanelSpec& spec) {
     const bool isComposited = isCompositorRunning(server);
     appearance_.setComposited(isComposited);
     if (spec.id != PanelId::settings) return;
-    window.setMask(isComposited ? QRegion() : settingsOutline(window.size()));
+    const QVariant isBelow = window.property(qt::kBelowStatusItem);
+    const bool hasArrow = !isBelow.isValid() || isBelow.toBool();
+    window.setMask(isComposited ? QRegion() : settingsOutline(window.size(), hasArrow));
 }
 
 void X11Panels::shown(QWindow& window, const PanelSpec&) {

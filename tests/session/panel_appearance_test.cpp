@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 
 namespace orvel::test {
@@ -108,6 +109,67 @@ TEST_F(PanelAppearanceTest, TheOpenPanelFollowsThePortalAtOnce) {
     portal.change("org.freedesktop.appearance", "color-scheme", "uint32 1");
     EXPECT_TRUE(becomesDark());
     EXPECT_TRUE(isPanelOpen());
+    EXPECT_TRUE(orvel.stop().success());
+}
+
+/// A switch of the panel, as a camera sees it.
+class FilmedSwitch {
+public:
+    FilmedSwitch(rig::XConnection& x, const rig::WindowFrame& frame) : x_(x), frame_(frame) {}
+
+    /// Whether the knob shows between its two places after `turn`, until it arrives at the other.
+    bool movesWhen(const std::function<void()>& turn) {
+        const bool wasOn = knob() > kMiddle;
+        turn();
+        bool isBetween = false;
+        const bool arrived = rig::pollUntil([&] {
+            const double place = knob();
+            isBetween = isBetween || (place > kOff + kNear && place < kOn - kNear);
+            return wasOn ? place < kOff + 1 : place > kOn - 1;
+        });
+        if (!arrived) throw rig::RigError("the knob does not arrive");
+        return isBetween;
+    }
+
+private:
+    /// The middle of what is white, in points from the left.
+    double knob() {
+        const rig::Picture line =
+            rig::pictureOf(x_, x_.root(), frame_.x, frame_.y + frame_.height / 2, frame_.width, 1);
+        double sum = 0;
+        int count = 0;
+        for (int i = 0; i < line.width; ++i) {
+            if (line.at(i, 0) != rig::Colour{255, 255, 255}) continue;
+            sum += i + 0.5;
+            ++count;
+        }
+        return count == 0 ? kMiddle : sum / count;
+    }
+
+    static constexpr double kOff = 8;
+    static constexpr double kOn = 20;
+    static constexpr double kMiddle = (kOff + kOn) / 2;
+    static constexpr double kNear = 3;
+    rig::XConnection& x_;
+    rig::WindowFrame frame_;
+};
+
+TEST_F(PanelAppearanceTest, TheOpenPanelStopsMovingWhenThePortalSaysSo) {
+    LooksPortal portal(environment(), 2);
+    OrvelProgram orvel = start();
+    EXPECT_TRUE(run({"panel"}).success());
+    EXPECT_TRUE(becomesLight());
+    const rig::WindowFrame frame = switchOf("窗口磁吸管理").frame;
+    moveTo(frame);
+    FilmedSwitch film(desktop().x(), frame);
+    const auto moves = [&] { return film.movesWhen([] { mouse().click(rig::Button::left); }); };
+    // A busy machine may leave out frames, so one turn alone proves little.
+    EXPECT_TRUE(eventually(moves, true));
+    portal.change("org.gnome.desktop.interface", "enable-animations", "false");
+    EXPECT_TRUE(eventually(moves, false));
+    for (int turn = 0; turn < 6; ++turn) EXPECT_FALSE(moves());
+    portal.change("org.gnome.desktop.interface", "enable-animations", "true");
+    EXPECT_TRUE(eventually(moves, true));
     EXPECT_TRUE(orvel.stop().success());
 }
 
