@@ -32,33 +32,26 @@ std::string own(std::string_view id) { return std::string(id.substr(kPrefix.size
 FcitxDaemon::FcitxDaemon(const BusConnection& session, InputMethodBoard& board)
     : session_(session),
       board_(board),
+      talk_(DaemonKind::fcitx, board),
       watch_(
           session, kName, [this](const std::string&) { appeared(); },
           [this] {
-              peer_.reset();
-              carriedOut_ = asked_;
+              talk_.end();
               board_.setPresence(DaemonKind::fcitx, DaemonPresence::absent);
           }) {}
 
 void FcitxDaemon::appeared() {
-    peer_ = std::make_unique<BusPeer>(session_, kName, kPath);
-    peer_->onSignal(kController, "InputMethodGroupsChanged", "()",
-                    [this](GVariant*) { askNames(); });
-    isAsking_ = false;
+    talk_.begin(session_, kName, kPath)
+        .onSignal(kController, "InputMethodGroupsChanged", "()", [this](GVariant*) { askNames(); });
     askNames();
 }
 
 void FcitxDaemon::ask(const char* method, GVariant* parameters, const char* answerType,
                       std::function<void(GVariant*)> answered) {
-    isAsking_ = true;
-    lastTry_ = std::chrono::steady_clock::now();
-    peer_->call(kController, method, parameters, answerType, kDaemonLimit,
-                [this, answered = std::move(answered)](const BusAnswer& answer) {
-                    isAsking_ = false;
-                    isSilent_ = !answer.isAnswered;
-                    if (isSilent_) board_.setPresence(DaemonKind::fcitx, DaemonPresence::silent);
-                    if (answer.reply != nullptr) answered(answer.reply.get());
-                });
+    talk_.ask(kController, method, parameters, answerType,
+              [answered = std::move(answered)](GVariant* answer) {
+                  if (answer != nullptr) answered(answer);
+              });
 }
 
 void FcitxDaemon::askNames() {
@@ -115,38 +108,28 @@ void FcitxDaemon::readGroup(GVariant* group) {
 }
 
 void FcitxDaemon::askCurrent() {
-    ask("CurrentInputMethod", nullptr, "(s)", [this, selection = carriedOut_](GVariant* answer) {
-        const char* id = nullptr;
-        g_variant_get(answer, "(&s)", &id);
-        state_.current = std::string(kPrefix) + id;
-        // While nothing takes text there is none; whatever comes begins with the first.
-        if (*id == '\0' && !state_.engines.empty()) state_.current = state_.engines.front().id;
-        board_.tell(DaemonKind::fcitx, state_, selection);
-    });
+    ask("CurrentInputMethod", nullptr, "(s)",
+        [this, selection = talk_.carriedOut()](GVariant* answer) {
+            const char* id = nullptr;
+            g_variant_get(answer, "(&s)", &id);
+            state_.current = std::string(kPrefix) + id;
+            // While nothing takes text there is none; whatever comes begins with the first.
+            if (*id == '\0' && !state_.engines.empty()) state_.current = state_.engines.front().id;
+            board_.tell(DaemonKind::fcitx, state_, selection);
+        });
 }
 
 void FcitxDaemon::select(const EngineSelection& selection) {
-    asked_ = selection.number;
-    if (peer_ == nullptr) {
-        carriedOut_ = asked_;
-        return;
-    }
-    const std::string engine = own(selection.engine);
-    peer_->call(kController, "SetCurrentIM", g_variant_new("(s)", engine.c_str()), "()",
-                kSwitchLimit, [this, number = selection.number](const BusAnswer&) {
-                    carriedOut_ = number;
-                    askCurrent();
-                });
-    // A daemon that hangs is found out sooner by a plain question.
-    askCurrent();
+    talk_.select(selection, kController, "SetCurrentIM", own(selection.engine),
+                 [this] { askCurrent(); });
 }
 
 void FcitxDaemon::refresh() {
-    if (peer_ == nullptr || isAsking_) return;
-    if (!isSilent_) return askCurrent();
-    if (std::chrono::steady_clock::now() - lastTry_ < kSilentPause) return;
+    if (!talk_.isOn() || talk_.isAsking()) return;
+    if (!talk_.isSilent()) return askCurrent();
+    if (!talk_.isDueAgain()) return;
     // What it was asked to do while it was silent it has done by the time it answers.
-    carriedOut_ = asked_;
+    talk_.countAllAsCarriedOut();
     askNames();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/x11/bus_peer.hpp"
+#include "platform/x11/daemon_talk.hpp"
 #include "platform/x11/input_method_daemon.hpp"
 #include "platform/x11/name_watch.hpp"
 
@@ -32,13 +32,7 @@ private:
     InputMethodBoard& board_;
     std::map<std::string, InputMethodEngine> known_;
     InputMethodState state_;
-    /// Selections that were passed on, and those that the daemon has carried out or never will.
-    std::uint64_t asked_ = 0;
-    std::uint64_t carriedOut_ = 0;
-    bool isAsking_ = false;
-    bool isSilent_ = false;
-    std::chrono::steady_clock::time_point lastTry_;
-    std::unique_ptr<BusPeer> peer_;
+    DaemonTalk talk_;
     NameWatch watch_;
 };
 

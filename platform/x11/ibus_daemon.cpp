@@ -132,8 +132,9 @@ IbusDaemon::IbusDaemon(const BusConnection& session, InputMethodBoard& board)
     : board_(board),
       sessionBus_(session, kBus, "/org/freedesktop/DBus"),
       chosen_([this] {
-          if (peer_ != nullptr) askEngines();
+          if (talk_.isOn()) askEngines();
       }),
+      talk_(DaemonKind::ibus, board),
       watch_(
           session, kName, [this](const std::string& owner) { appeared(owner); },
           [this] { vanished(); }) {}
@@ -149,72 +150,55 @@ void IbusDaemon::appeared(const std::string& owner) {
 
 void IbusDaemon::vanished() {
     process_ = 0;
-    peer_.reset();
-    carriedOut_ = asked_;
+    talk_.end();
     bus_.reset();
     board_.setPresence(DaemonKind::ibus, DaemonPresence::absent);
 }
 
 void IbusDaemon::connect() {
-    peer_.reset();
-    carriedOut_ = asked_;
-    lastTry_ = std::chrono::steady_clock::now();
+    talk_.end();
+    talk_.noteTry();
     const auto address = addressOf(process_);
     auto opened = address.empty() ? Result<BusConnection>(Failure{"no address"})
                                   : BusConnection::openAddress(address, kDaemonLimit);
-    if (!opened) return fallSilent();
+    if (!opened) return talk_.fallSilent();
     bus_.emplace(std::move(opened).value());
-    peer_ = std::make_unique<BusPeer>(*bus_, kName, kPath);
-    peer_->onSignal(kName, "GlobalEngineChanged", "(s)", [this](GVariant* parameters) {
+    BusPeer& peer = talk_.begin(*bus_, kName, kPath);
+    peer.onSignal(kName, "GlobalEngineChanged", "(s)", [this](GVariant* parameters) {
         const char* engine = nullptr;
         g_variant_get(parameters, "(&s)", &engine);
-        setCurrent(engine, carriedOut_);
+        setCurrent(engine, talk_.carriedOut());
     });
     askEngines();
 }
 
-void IbusDaemon::fallSilent() {
-    isSilent_ = true;
-    board_.setPresence(DaemonKind::ibus, DaemonPresence::silent);
-}
-
-void IbusDaemon::ask(const char* interface, const char* method, GVariant* parameters,
-                     const char* answerType, std::function<void(GVariant*)> answered) {
-    lastTry_ = std::chrono::steady_clock::now();
-    peer_->call(interface, method, parameters, answerType, kDaemonLimit,
-                [this, answered = std::move(answered)](const BusAnswer& answer) {
-                    if (!answer.isAnswered) return fallSilent();
-                    isSilent_ = false;
-                    answered(answer.reply.get());
-                });
-}
-
 void IbusDaemon::askEngines() {
-    ask(kName, "GetEnginesByNames", namesVariant(chosen_.names()), "(av)", [this](GVariant* all) {
-        state_.engines.clear();
-        if (all != nullptr) {
-            const GVariantHolder list(g_variant_get_child_value(all, 0));
-            for (gsize place = 0; place < g_variant_n_children(list.get()); ++place) {
-                const GVariantHolder each(g_variant_get_child_value(list.get(), place));
-                if (auto engine = engineOf(each.get())) state_.engines.push_back(*engine);
-            }
-        }
-        askCurrent();
-    });
+    talk_.ask(kName, "GetEnginesByNames", namesVariant(chosen_.names()), "(av)",
+              [this](GVariant* all) {
+                  state_.engines.clear();
+                  if (all != nullptr) {
+                      const GVariantHolder list(g_variant_get_child_value(all, 0));
+                      for (gsize place = 0; place < g_variant_n_children(list.get()); ++place) {
+                          const GVariantHolder each(g_variant_get_child_value(list.get(), place));
+                          if (auto engine = engineOf(each.get())) state_.engines.push_back(*engine);
+                      }
+                  }
+                  askCurrent();
+              });
 }
 
 void IbusDaemon::askCurrent() {
-    ask(kProperties, "Get", g_variant_new("(ss)", kName, "GlobalEngine"), "(v)",
-        [this, selection = carriedOut_](GVariant* answer) {
-            // Until an engine was selected for the first time there is none.
-            std::string name;
-            if (answer != nullptr) {
-                const GVariantHolder value(g_variant_get_child_value(answer, 0));
-                const auto engine = engineOf(value.get());
-                if (engine) name = engine->id.substr(kPrefix.size());
-            }
-            setCurrent(name, selection);
-        });
+    talk_.ask(kProperties, "Get", g_variant_new("(ss)", kName, "GlobalEngine"), "(v)",
+              [this, selection = talk_.carriedOut()](GVariant* answer) {
+                  // Until an engine was selected for the first time there is none.
+                  std::string name;
+                  if (answer != nullptr) {
+                      const GVariantHolder value(g_variant_get_child_value(answer, 0));
+                      const auto engine = engineOf(value.get());
+                      if (engine) name = engine->id.substr(kPrefix.size());
+                  }
+                  setCurrent(name, selection);
+              });
 }
 
 void IbusDaemon::setCurrent(const std::string& engine, std::uint64_t selection) {
@@ -224,25 +208,13 @@ void IbusDaemon::setCurrent(const std::string& engine, std::uint64_t selection) 
 }
 
 void IbusDaemon::select(const EngineSelection& selection) {
-    asked_ = selection.number;
-    if (peer_ == nullptr) {
-        carriedOut_ = asked_;
-        return;
-    }
-    const auto engine = selection.engine.substr(kPrefix.size());
-    peer_->call(kName, "SetGlobalEngine", g_variant_new("(s)", engine.c_str()), "()", kSwitchLimit,
-                [this, number = selection.number](const BusAnswer&) {
-                    carriedOut_ = number;
-                    askCurrent();
-                });
-    // A daemon that hangs is found out sooner by a plain question.
-    askCurrent();
+    talk_.select(selection, kName, "SetGlobalEngine", selection.engine.substr(kPrefix.size()),
+                 [this] { askCurrent(); });
 }
 
 void IbusDaemon::refresh() {
-    const bool isDue = std::chrono::steady_clock::now() - lastTry_ >= kSilentPause;
-    if (process_ == 0 || !isSilent_ || !isDue) return;
-    if (peer_ == nullptr) return connect();
+    if (process_ == 0 || !talk_.isDueAgain()) return;
+    if (!talk_.isOn()) return connect();
     askEngines();
 }
 

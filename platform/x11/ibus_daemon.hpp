@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/x11/bus_peer.hpp"
+#include "platform/x11/daemon_talk.hpp"
 #include "platform/x11/input_method_daemon.hpp"
 #include "platform/x11/name_watch.hpp"
 
@@ -41,25 +41,17 @@ private:
     void appeared(const std::string& owner);
     void vanished();
     void connect();
-    void ask(const char* interface, const char* method, GVariant* parameters,
-             const char* answerType, std::function<void(GVariant*)> answered);
     void askEngines();
     void askCurrent();
     void setCurrent(const std::string& engine, std::uint64_t selection);
-    void fallSilent();
 
     InputMethodBoard& board_;
     BusPeer sessionBus_;
     ChosenEngines chosen_;
     InputMethodState state_;
-    /// Selections that were passed on, and those that the daemon has carried out or never will.
-    std::uint64_t asked_ = 0;
-    std::uint64_t carriedOut_ = 0;
     std::uint32_t process_ = 0;
-    bool isSilent_ = false;
-    std::chrono::steady_clock::time_point lastTry_;
     std::optional<BusConnection> bus_;
-    std::unique_ptr<BusPeer> peer_;
+    DaemonTalk talk_;
     NameWatch watch_;
 };
 
