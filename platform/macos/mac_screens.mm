@@ -20,8 +20,12 @@ public:
     [[nodiscard]] std::vector<Screen> screens() const override {
         @autoreleasepool {
             std::vector<Screen> described;
-            // The first one is that at the origin of all coordinates.
-            for (NSScreen* screen in NSScreen.screens) described.push_back(describe(screen));
+            NSScreen* main = NSScreen.mainScreen;
+            if (main != nil) described.push_back(describe(main));
+            for (NSScreen* screen in NSScreen.screens) {
+                const Screen other = describe(screen);
+                if (described.empty() || other != described.front()) described.push_back(other);
+            }
             return described;
         }
     }

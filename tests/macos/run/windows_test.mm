@@ -176,5 +176,14 @@ TEST_F(MacScreensTest, FollowsScreensThatComeAndGo) {
     EXPECT_TRUE(screens->screens().empty());
 }
 
+TEST_F(MacScreensTest, TheScreenWithTheKeyboardComesFirst) {
+    const auto screens = makeScreens();
+    mac().screens.push_back({.x = -1920, .y = 200, .width = 1920, .height = 1080});
+    mac().mainScreen = 1;
+    ASSERT_EQ(screens->screens().size(), 2U);
+    EXPECT_EQ(screens->screens()[0].frame, (ScreenRect{-1920, 200, 1920, 1080}));
+    EXPECT_EQ(screens->screens()[1].frame.minX(), 0);
+}
+
 }  // namespace
 }  // namespace orvel::macos
