@@ -54,6 +54,8 @@ TEST(ChineseFonts, AnAliasOfAFontKeepsTheFontThatItStandsFor) {
 }  // namespace orvel::qt
 
 int main(int argc, char** argv) {
+    // The cases are listed without the environment that they run in.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();

@@ -92,6 +92,8 @@ TEST(TrayIcon, IsNamedOnlyForTraysThatTakeNamesAndOnlyWhereItIsInstalled) {
 }  // namespace orvel::qt
 
 int main(int argc, char** argv) {
+    // The cases are listed without the environment that they run in.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
