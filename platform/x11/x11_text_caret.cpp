@@ -18,7 +18,9 @@ namespace {
 /// A caret that takes longer is not worth waiting for: the keyboard waits as well.
 constexpr Milliseconds kLimit{150};
 /// An application with many objects, or on a busy machine, takes longer to search. Nobody waits.
-constexpr Milliseconds kSearchLimit{5000};
+constexpr Milliseconds kSearchLimit{30000};
+/// An application that hangs is told from one on a busy machine by a single answer.
+constexpr Milliseconds kAnswerLimit{1000};
 
 }  // namespace
 
@@ -69,7 +71,7 @@ private:
             if (unsearched.empty()) continue;
             lock.unlock();
             static_cast<void>(focus_.searchFocus(unsearched, {.deadline = deadlineIn(kSearchLimit),
-                                                              .eachCall = kLimit,
+                                                              .eachCall = kAnswerLimit,
                                                               .stop = search_.get_token()}));
             lock.lock();
         }

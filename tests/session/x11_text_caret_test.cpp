@@ -153,7 +153,7 @@ TEST_F(X11TextCaretTest, IsFoundInAnApplicationThatHadTheFocusBeforeAndTakesLong
     const Application crowded(
         tellingDesktop(),
         {std::string(std::getenv("ORVEL_BUILD_DIR")) + "/rig/orvel-rig-text-field", "crowded",
-         "plain", "1500"},
+         "plain", "800"},
         "crowded");
     OpenServices late(desktop());
     EXPECT_TRUE(eventually(
