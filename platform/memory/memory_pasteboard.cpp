@@ -31,6 +31,8 @@ PixelSize sizeOfStandIn(std::span<const std::byte> bytes) {
 
 std::int64_t MemoryPasteboard::changeCount() const { return world_.pasteboard.changeCount; }
 
+PasteboardMarks MemoryPasteboard::marks() const { return world_.pasteboard.marks; }
+
 std::optional<std::string> MemoryPasteboard::string() const { return world_.pasteboard.text; }
 
 std::optional<PasteboardImage> MemoryPasteboard::image() const {

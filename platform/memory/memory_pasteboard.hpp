@@ -12,7 +12,7 @@ public:
     MemoryPasteboard(World& world, EffectLog& effects) : world_(world), effects_(effects) {}
 
     [[nodiscard]] std::int64_t changeCount() const override;
-    [[nodiscard]] PasteboardMarks marks() const override { return {}; }
+    [[nodiscard]] PasteboardMarks marks() const override;
     [[nodiscard]] std::optional<std::string> string() const override;
     [[nodiscard]] std::optional<PasteboardImage> image() const override;
     void clear() override;

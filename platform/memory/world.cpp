@@ -46,9 +46,11 @@ const CannedOutcome* World::outcomeFor(const std::vector<CannedOutcome>& outcome
     return found == outcomes.end() ? nullptr : &*found;
 }
 
-void World::copyFromOutside(std::optional<std::string> text, std::optional<PixelSize> image) {
+void World::copyFromOutside(std::optional<std::string> text, std::optional<PixelSize> image,
+                            PasteboardMarks marks) {
     pasteboard.text = std::move(text);
     pasteboard.image = image;
+    pasteboard.marks = marks;
     ++pasteboard.changeCount;
 }
 

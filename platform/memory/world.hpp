@@ -4,6 +4,7 @@
 #include "platform/base/json.hpp"
 #include "platform/event.hpp"
 #include "platform/input_sources.hpp"
+#include "platform/pasteboard.hpp"
 #include "platform/screens.hpp"
 #include "platform/window_list.hpp"
 #include "platform/workspace.hpp"
@@ -58,6 +59,7 @@ struct PixelSize {
 struct WorldPasteboard {
     std::optional<std::string> text;
     std::optional<PixelSize> image;
+    PasteboardMarks marks;
     std::int64_t changeCount = 0;
 };
 
@@ -120,8 +122,10 @@ struct World {
     [[nodiscard]] static const CannedOutcome* outcomeFor(const std::vector<CannedOutcome>& outcomes,
                                                          std::string_view subject);
 
-    /// Another application copies `text` and a picture, or clears the pasteboard with neither.
-    void copyFromOutside(std::optional<std::string> text, std::optional<PixelSize> image);
+    /// Another application copies `text` and a picture, or clears the pasteboard with neither, and
+    /// says by marks what it copied.
+    void copyFromOutside(std::optional<std::string> text, std::optional<PixelSize> image,
+                         PasteboardMarks marks = {});
     /// The hardware sent `event`: modifier flags and held keys follow unless they are pinned.
     void follow(const Event& event);
     /// Another process removes the file or folder.

@@ -85,6 +85,9 @@ public:
 
     Pasteboard& pasteboard() { return desk_.pasteboard; }
     void copyText(std::string text) { desk_.world.copyFromOutside(std::move(text), std::nullopt); }
+    void copyMarked(std::string text, PasteboardMarks marks) {
+        desk_.world.copyFromOutside(std::move(text), std::nullopt, marks);
+    }
     void copyPicture(int width, int height) {
         desk_.world.copyFromOutside(std::nullopt, memory::PixelSize{width, height});
     }
