@@ -29,6 +29,7 @@ struct WindowFrame {
     [[nodiscard]] RootRect seen(const RootRect& client) const;
     /// The client area that makes people see `rect`; at least one pixel in each direction.
     [[nodiscard]] RootRect client(const RootRect& rect) const;
+    bool operator==(const WindowFrame&) const = default;
 };
 
 }  // namespace orvel::x11

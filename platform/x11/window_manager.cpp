@@ -3,6 +3,7 @@
 #include "platform/x11/window_properties.hpp"
 
 #include <algorithm>
+#include <iterator>
 
 namespace orvel::x11 {
 
@@ -15,8 +16,10 @@ constexpr std::uint32_t kHasWidth = 1U << 10U, kHasHeight = 1U << 11U;
 constexpr std::uint32_t kFromPager = 2;
 constexpr std::uint32_t kRemove = 0;
 constexpr std::uint32_t kIconicState = 3;
-/// A window that did not change for so long has been decided about.
-constexpr Milliseconds kQuiet{25};
+/// The question by whose answer a window manager shows how far it has got.
+constexpr std::string_view kEcho = "_NET_REQUEST_FRAME_EXTENTS";
+/// How long a wish counts for a window manager that does not tell when it has got to it.
+constexpr Milliseconds kCounted{300};
 
 bool contains(const std::vector<std::uint32_t>& numbers, std::uint32_t wanted) {
     return std::find(numbers.begin(), numbers.end(), wanted) != numbers.end();
@@ -75,8 +78,8 @@ std::optional<std::string> takeTitle(ServiceConnection& server, const TitleQuest
 
 }  // namespace
 
-WindowManager::WindowManager(ServiceConnection& server) : server_(server) {
-    createBarrier();
+WindowManager::WindowManager(ServiceConnection& server)
+    : server_(server), echo_(server, [this] { reviewWishes(); }) {
     server_.selectEvents(server_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     subscriptions_.push_back(
         server_.onEvent(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
@@ -84,21 +87,8 @@ WindowManager::WindowManager(ServiceConnection& server) : server_(server) {
             if (notice.window == server_.root() &&
                 (notice.atom == server_.atom("_NET_SUPPORTED") ||
                  notice.atom == server_.atom("_NET_SUPPORTING_WM_CHECK")))
-                isSupportedKnown_ = false;
+                forgetSupported();
         }));
-}
-
-WindowManager::~WindowManager() { xcb_destroy_window(server_.raw(), barrier_); }
-
-void WindowManager::createBarrier() {
-    barrier_ = server_.createHiddenWindow(XCB_WINDOW_CLASS_INPUT_OUTPUT);
-    server_.selectEvents(barrier_, XCB_EVENT_MASK_PROPERTY_CHANGE);
-}
-
-void WindowManager::replaceBarrier() {
-    server_.deselectEvents(barrier_);
-    xcb_destroy_window(server_.raw(), barrier_);
-    createBarrier();
 }
 
 std::string WindowManager::name(Deadline deadline) {
@@ -115,6 +105,13 @@ bool WindowManager::supports(std::string_view feature) {
     return supported_.contains(server_.atom(feature));
 }
 
+/// Another window manager has begun, or this one ended.
+void WindowManager::forgetSupported() {
+    isSupportedKnown_ = false;
+    wishes_.clear();
+    echo_.forget();
+}
+
 void WindowManager::readSupported() {
     supported_.clear();
     isSupportedKnown_ = true;
@@ -124,7 +121,15 @@ void WindowManager::readSupported() {
 }
 
 std::optional<WindowState> WindowManager::state(xcb_window_t window, Deadline deadline) {
-    return take(server_, ask(server_, window), deadline);
+    return wished(window, take(server_, ask(server_, window), deadline));
+}
+
+std::optional<WindowState> WindowManager::wished(xcb_window_t window,
+                                                 std::optional<WindowState> now) const {
+    const auto found = wishes_.find(window);
+    if (!now || found == wishes_.end()) return now;
+    const auto& [wish, counted] = found->second;
+    return timeLeft(counted) == Milliseconds::zero() ? now : wish.applied(*now);
 }
 
 std::optional<std::string> WindowManager::title(xcb_window_t window, Deadline deadline) {
@@ -143,8 +148,9 @@ std::vector<std::optional<WindowSummary>> WindowManager::summaries(
         asked.push_back({ask(server_, window), askTitle(server_, window),
                          xcb_get_window_attributes(server_.raw(), window)});
     std::vector<std::optional<WindowSummary>> summaries;
-    for (const auto& each : asked) {
-        auto state = take(server_, each.state, deadline);
+    for (std::size_t i = 0; i < asked.size(); ++i) {
+        const auto& each = asked[i];
+        auto state = wished(windows[i], take(server_, each.state, deadline));
         auto title = takeTitle(server_, each.title, deadline);
         const auto attributes =
             server_.reply<xcb_get_window_attributes_reply_t>(each.attributes, deadline);
@@ -165,26 +171,91 @@ std::vector<xcb_window_t> WindowManager::stacking(Deadline deadline) {
     return order;
 }
 
-bool WindowManager::moveClient(xcb_window_t window, int x, int y, Deadline deadline) {
-    if (!sendMoveResize(window, kHasX | kHasY, {x, y, 0, 0}, deadline)) return false;
-    const auto moved = state(window, deadline);
-    if (!moved || (moved->client.x == x && moved->client.y == y)) return moved.has_value();
-    // Some window managers drop a request for the place they were asked for last, wherever the
-    // window is meanwhile: another place in between makes it news. Nothing is waited for there: a
-    // deadline that passed would leave the window beside its place.
-    tellMoveResize(window, kHasX | kHasY, {x + 1, y, 0, 0});
-    return sendMoveResize(window, kHasX | kHasY, {x, y, 0, 0}, deadline);
+std::optional<WindowState> WindowManager::movable(xcb_window_t window, Deadline deadline) {
+    if (!supports("_NET_MOVERESIZE_WINDOW")) return std::nullopt;
+    const auto now = state(window, deadline);
+    if (!now || now->isFullscreen) return std::nullopt;
+    if (!now->isMaximized) return now;
+    // A maximised window stays where it is until it is none.
+    tellWindowManager(server_, window, "_NET_WM_STATE",
+                      {kRemove, server_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
+                       server_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), kFromPager});
+    wishFor(window).leaveMaximized();
+    return now;
 }
 
-bool WindowManager::resizeClient(xcb_window_t window, int width, int height, Deadline deadline) {
-    return sendMoveResize(window, kHasWidth | kHasHeight, {0, 0, width, height}, deadline);
+bool WindowManager::move(xcb_window_t window, PixelPlace place, Deadline deadline) {
+    const auto now = movable(window, deadline);
+    if (!now) return false;
+    wishFor(window).moveTo(place);
+    tellPlace(window, now->frame, place);
+    return follow();
 }
 
-bool WindowManager::sendMoveResize(xcb_window_t window, std::uint32_t flags, const RootRect& client,
-                                   Deadline deadline) {
-    if (!supports("_NET_MOVERESIZE_WINDOW")) return false;
-    tellMoveResize(window, flags, client);
-    return waitUntilDecided(window, deadline);
+bool WindowManager::resize(xcb_window_t window, PixelSize size, Deadline deadline) {
+    const auto now = movable(window, deadline);
+    if (!now) return false;
+    const auto hints = sizeHintsOf(
+        takeCardinals(server_, askProperty(server_, window, XCB_ATOM_WM_NORMAL_HINTS), deadline));
+    const auto client = now->frame.client({0, 0, size.width, size.height});
+    const auto allowed = hints.allowed({client.width, client.height});
+    const auto taken = now->frame.seen({0, 0, allowed.width, allowed.height});
+    wishFor(window).resizeTo(size, {taken.width, taken.height}, now->frame);
+    tellSize(window, now->frame, size);
+    return follow();
+}
+
+WindowWish& WindowManager::wishFor(xcb_window_t window) {
+    // Where nobody tells what became of a wish, it is over with its time.
+    if (!supports(kEcho)) {
+        std::erase_if(wishes_, [](const auto& each) {
+            return timeLeft(each.second.counted) == Milliseconds::zero();
+        });
+    }
+    auto& wished = wishes_[window];
+    wished.counted = deadlineIn(kCounted);
+    return wished.wish;
+}
+
+bool WindowManager::follow() {
+    if (supports(kEcho)) echo_.ask();
+    return !echo_.isSilent();
+}
+
+void WindowManager::reviewWishes() {
+    bool isAskedAgain = false;
+    for (auto each = wishes_.begin(); each != wishes_.end();) {
+        const Review outcome = review(each->first, each->second);
+        isAskedAgain = isAskedAgain || outcome == Review::askedAgain;
+        each = outcome == Review::done ? wishes_.erase(each) : std::next(each);
+    }
+    if (isAskedAgain) echo_.ask();
+}
+
+WindowManager::Review WindowManager::review(xcb_window_t window, Wished& wished) {
+    const auto now = take(server_, ask(server_, window), deadlineIn(kServerLimit));
+    if (!now) return Review::done;
+    const auto correction = wished.wish.correct(*now);
+    if (!correction) {
+        const bool counts = timeLeft(wished.counted) > Milliseconds::zero();
+        return counts && wished.wish.isUnderWay(*now) ? Review::underWay : Review::done;
+    }
+    if (correction->size) tellSize(window, now->frame, *correction->size);
+    if (const auto place = correction->place) {
+        // Some window managers drop a request for the place they were asked for last, wherever the
+        // window is meanwhile: another place in between makes it news.
+        tellPlace(window, now->frame, {place->x + 1, place->y});
+        tellPlace(window, now->frame, *place);
+    }
+    return Review::askedAgain;
+}
+
+void WindowManager::tellPlace(xcb_window_t window, const WindowFrame& frame, PixelPlace place) {
+    tellMoveResize(window, kHasX | kHasY, frame.client({place.x, place.y, 0, 0}));
+}
+
+void WindowManager::tellSize(xcb_window_t window, const WindowFrame& frame, PixelSize size) {
+    tellMoveResize(window, kHasWidth | kHasHeight, frame.client({0, 0, size.width, size.height}));
 }
 
 void WindowManager::tellMoveResize(xcb_window_t window, std::uint32_t flags,
@@ -196,32 +267,18 @@ void WindowManager::tellMoveResize(xcb_window_t window, std::uint32_t flags,
          static_cast<std::uint32_t>(client.height)});
 }
 
-bool WindowManager::removeMaximized(xcb_window_t window, Deadline deadline) {
-    tellWindowManager(server_, window, "_NET_WM_STATE",
-                      {kRemove, server_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
-                       server_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), kFromPager});
-    const auto isMaximized = [&] {
-        const auto now = state(window, deadline);
-        return now && now->isMaximized;
-    };
-    while (isMaximized()) {
-        server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet)));
-        if (timeLeft(deadline) == Milliseconds::zero()) return false;
-    }
-    // The frame of an ordinary window is another one, and is told after the state.
-    return waitUntilDecided(window, deadline);
-}
-
 bool WindowManager::minimize(xcb_window_t window, Deadline deadline) {
     if (!state(window, deadline)) return false;
     tellWindowManager(server_, window, "WM_CHANGE_STATE", {kIconicState});
-    return waitForMinimized(window, true, deadline);
+    wishFor(window).minimize(true);
+    return follow();
 }
 
 bool WindowManager::activate(xcb_window_t window, Deadline deadline) {
     if (!state(window, deadline)) return false;
     tellWindowManager(server_, window, "_NET_ACTIVE_WINDOW", {kFromPager, XCB_CURRENT_TIME, 0});
-    return waitForMinimized(window, false, deadline);
+    wishFor(window).minimize(false);
+    return follow();
 }
 
 bool WindowManager::activateTopmost(const std::vector<xcb_window_t>& windows, Deadline deadline) {
@@ -264,50 +321,6 @@ bool WindowManager::toggleShowDesktop(Deadline deadline) {
     const bool isShowing = !showing.empty() && showing.front() != 0;
     tellWindowManager(server_, server_.root(), "_NET_SHOWING_DESKTOP", {isShowing ? 0U : 1U});
     return true;
-}
-
-bool WindowManager::waitUntilDecided(xcb_window_t window, Deadline deadline) {
-    return supports("_NET_REQUEST_FRAME_EXTENTS") ? waitUntilHandled(deadline)
-                                                  : waitUntilQuiet(window, deadline);
-}
-
-bool WindowManager::waitUntilHandled(Deadline deadline) {
-    // It handles requests in order: the answer to this one comes after whatever was asked before.
-    xcb_delete_property(server_.raw(), barrier_, server_.atom("_NET_FRAME_EXTENTS"));
-    tellWindowManager(server_, barrier_, "_NET_REQUEST_FRAME_EXTENTS", {});
-    while (cardinals(server_, barrier_, "_NET_FRAME_EXTENTS", deadline).empty()) {
-        server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet)));
-        if (timeLeft(deadline) > Milliseconds::zero() && server_.isAlive()) continue;
-        // Its late answer must not be taken for the answer to the next question.
-        replaceBarrier();
-        return false;
-    }
-    return true;
-}
-
-bool WindowManager::waitUntilQuiet(xcb_window_t window, Deadline deadline) {
-    auto last = state(window, deadline);
-    while (last && timeLeft(deadline) > Milliseconds::zero()) {
-        const auto look = std::min(deadline, deadlineIn(kQuiet));
-        while (server_.waitForEvent(look)) {
-        }
-        const auto now = state(window, deadline);
-        if (!now) return false;
-        if (now->client == last->client) return true;
-        last = now;
-    }
-    return false;
-}
-
-bool WindowManager::waitForMinimized(xcb_window_t window, bool wanted, Deadline deadline) {
-    server_.selectEvents(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
-    for (;;) {
-        const auto now = state(window, deadline);
-        if (!now) return false;
-        if (now->isMinimized == wanted) return true;
-        if (timeLeft(deadline) == Milliseconds::zero()) return false;
-        server_.waitForEvent(std::min(deadline, deadlineIn(kQuiet)));
-    }
 }
 
 ServiceCheck WindowManager::check() {

@@ -2,8 +2,10 @@
 
 #include "platform/x11/service_check.hpp"
 #include "platform/x11/service_connection.hpp"
-#include "platform/x11/window_frame.hpp"
+#include "platform/x11/window_manager_echo.hpp"
+#include "platform/x11/window_wish.hpp"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -11,17 +13,6 @@
 #include <vector>
 
 namespace orvel::x11 {
-
-/// What can be seen of one window right now.
-struct WindowState {
-    RootRect client;
-    WindowFrame frame;
-    bool isMinimized = false;
-    bool isMaximized = false;
-    bool isFullscreen = false;
-
-    [[nodiscard]] RootRect seen() const { return frame.seen(client); }
-};
 
 /// One line of the window list.
 struct WindowSummary {
@@ -31,12 +22,14 @@ struct WindowSummary {
     bool isOnScreen = false;
 };
 
-/// Talks to the window manager about windows, in the words of EWMH and ICCCM. Every call ends by
-/// its deadline. Main thread.
+/// Talks to the window manager about windows, in the words of EWMH and ICCCM. Nothing waits for
+/// the window manager: whoever asks may have the keyboard waiting behind him. What a window was
+/// asked to become counts until the window manager has got to it; then what became of it is read,
+/// and asked for once more where need be. Answers of the server are waited for until the deadline.
+/// Main thread.
 class WindowManager {
 public:
     explicit WindowManager(ServiceConnection& server);
-    ~WindowManager();
     WindowManager(const WindowManager&) = delete;
     WindowManager& operator=(const WindowManager&) = delete;
 
@@ -44,7 +37,8 @@ public:
     [[nodiscard]] std::string name(Deadline deadline = deadlineIn(kServerLimit));
     [[nodiscard]] bool supports(std::string_view feature);
 
-    /// Absent when the window is gone or the server does not answer in time.
+    /// The window as it is, or as it was asked to become a moment ago. Absent when it is gone or
+    /// the server does not answer in time.
     [[nodiscard]] std::optional<WindowState> state(xcb_window_t window, Deadline deadline);
     /// Absent when the window is gone.
     [[nodiscard]] std::optional<std::string> title(xcb_window_t window, Deadline deadline);
@@ -54,12 +48,11 @@ public:
     /// Bottom to top.
     [[nodiscard]] std::vector<xcb_window_t> stacking(Deadline deadline);
 
-    /// Asks for a client area and waits until the window manager has decided. What it made of
-    /// it: `state`. False when the window is gone or nobody decided in time; a window manager that
-    /// is late still gets to the request. Absent parts stay.
-    bool moveClient(xcb_window_t window, int x, int y, Deadline deadline);
-    bool resizeClient(xcb_window_t window, int width, int height, Deadline deadline);
-    bool removeMaximized(xcb_window_t window, Deadline deadline);
+    /// Puts what people see of the window there, or gives it that size. A maximised window is none
+    /// from then on. False when the window is gone or fills its screen, and while nobody carries
+    /// wishes out; a window manager that is late still gets to the request.
+    bool move(xcb_window_t window, PixelPlace place, Deadline deadline);
+    bool resize(xcb_window_t window, PixelSize size, Deadline deadline);
     bool minimize(xcb_window_t window, Deadline deadline);
     /// Brings the window to the front, out of its minimised state too, and gives it the keyboard.
     bool activate(xcb_window_t window, Deadline deadline);
@@ -77,22 +70,32 @@ public:
     [[nodiscard]] ServiceCheck check();
 
 private:
-    /// Waits until what was asked before about a window has become of it what it will.
-    bool waitUntilDecided(xcb_window_t window, Deadline deadline);
-    /// Waits until the window manager has handled everything sent to it before.
-    bool waitUntilHandled(Deadline deadline);
-    bool waitUntilQuiet(xcb_window_t window, Deadline deadline);
-    bool waitForMinimized(xcb_window_t window, bool wanted, Deadline deadline);
-    void createBarrier();
-    void replaceBarrier();
+    /// A wish and the moment until which it counts when nobody tells what became of it.
+    struct Wished {
+        WindowWish wish;
+        Deadline counted;
+    };
+
+    [[nodiscard]] std::optional<WindowState> wished(xcb_window_t window,
+                                                    std::optional<WindowState> now) const;
+    /// The state of a window that may be moved or resized.
+    [[nodiscard]] std::optional<WindowState> movable(xcb_window_t window, Deadline deadline);
+    [[nodiscard]] WindowWish& wishFor(xcb_window_t window);
+    /// Has the wish looked after. False when the window manager hangs.
+    [[nodiscard]] bool follow();
+    /// The window manager has got to every wish.
+    void reviewWishes();
+    enum class Review { done, underWay, askedAgain };
+    [[nodiscard]] Review review(xcb_window_t window, Wished& wished);
+    void tellPlace(xcb_window_t window, const WindowFrame& frame, PixelPlace place);
+    void tellSize(xcb_window_t window, const WindowFrame& frame, PixelSize size);
     void tellMoveResize(xcb_window_t window, std::uint32_t flags, const RootRect& client);
-    bool sendMoveResize(xcb_window_t window, std::uint32_t flags, const RootRect& client,
-                        Deadline deadline);
+    void forgetSupported();
     void readSupported();
 
     ServiceConnection& server_;
-    /// Never shown; the window manager writes on it when it has got to our question.
-    xcb_window_t barrier_ = XCB_WINDOW_NONE;
+    WindowManagerEcho echo_;
+    std::map<xcb_window_t, Wished> wishes_;
     bool isSupportedKnown_ = false;
     std::set<xcb_atom_t> supported_;
     std::vector<Subscription> subscriptions_;

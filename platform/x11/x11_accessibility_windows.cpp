@@ -8,12 +8,8 @@ namespace orvel::x11 {
 
 namespace {
 
-/// For a call without a budget: long enough for a busy window manager, short enough for people.
+/// How long the server may take to answer a call without a budget.
 constexpr Milliseconds kCallLimit{300};
-/// What a write may take to learn from the server how its window lies, budget or not. It is the
-/// window manager that may be late: a window whose move was asked for but not its size would stay
-/// half-way.
-constexpr Milliseconds kLookLimit{50};
 
 AxWindow named(std::uint32_t window) { return {std::make_shared<const std::uint32_t>(window)}; }
 
@@ -100,31 +96,14 @@ AxWindowAttributes X11AccessibilityWindows::attributes(const AxWindow& window) c
             state->isMinimized};
 }
 
-std::optional<WindowState> X11AccessibilityWindows::movable(std::uint32_t window,
-                                                            Deadline deadline) const {
-    auto state = manager_.state(window, std::max(deadline, deadlineIn(kLookLimit)));
-    if (!state || state->isFullscreen) return std::nullopt;
-    if (!state->isMaximized) return state;
-    // A maximised window stays where it is until it is none.
-    if (!manager_.removeMaximized(window, deadline)) return std::nullopt;
-    return manager_.state(window, deadline);
-}
-
 bool X11AccessibilityWindows::setPosition(const AxWindow& window, AxPoint position) {
-    const auto deadline = callDeadline();
-    const auto state = movable(windowId(window), deadline);
-    if (!state) return false;
     const auto wanted = screens_.layout().fromAx({position.x, position.y, 0, 0});
-    const auto client = state->frame.client({wanted.x, wanted.y, 0, 0});
-    return manager_.moveClient(windowId(window), client.x, client.y, deadline);
+    return manager_.move(windowId(window), {wanted.x, wanted.y}, callDeadline());
 }
 
 bool X11AccessibilityWindows::setSize(const AxWindow& window, Size size) {
-    const auto deadline = callDeadline();
-    const auto state = movable(windowId(window), deadline);
-    if (!state) return false;
-    const auto client = state->frame.client({0, 0, rounded(size.width), rounded(size.height)});
-    return manager_.resizeClient(windowId(window), client.width, client.height, deadline);
+    return manager_.resize(windowId(window), {rounded(size.width), rounded(size.height)},
+                           callDeadline());
 }
 
 bool X11AccessibilityWindows::setMinimized(const AxWindow& window, bool minimized) {

@@ -11,8 +11,9 @@
 namespace orvel::x11 {
 
 /// Windows through the window manager. What people see counts: frames belong to a window, drawn
-/// shadows do not. No call waits for the application that owns the window, so one that hangs
-/// costs nothing; a window manager that hangs costs at most the limit.
+/// shadows do not. No call waits for the application that owns the window or for the window
+/// manager, so one that hangs costs nothing: a window reads as what it was asked to become until
+/// that has been done.
 class X11AccessibilityWindows final : public AccessibilityWindows {
 public:
     X11AccessibilityWindows(WindowManager& manager, const ClientWindows& clients,
@@ -34,8 +35,6 @@ public:
 
 private:
     [[nodiscard]] Deadline callDeadline() const;
-    /// The state of a window that may be moved; absent for one that is gone or fills its screen.
-    [[nodiscard]] std::optional<WindowState> movable(std::uint32_t window, Deadline deadline) const;
 
     WindowManager& manager_;
     const ClientWindows& clients_;

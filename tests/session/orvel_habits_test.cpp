@@ -1,8 +1,10 @@
 #include "tests/session/tap_session.hpp"
 #include "tests/support/poll_until.hpp"
 #include "tools/rig/orvel_program.hpp"
+#include "tools/rig/plain_windows.hpp"
 #include "tools/rig/text_field_app.hpp"
 #include "tools/rig/windows.hpp"
+#include "tools/rig/xterm_app.hpp"
 
 #include <X11/Xlib.h>
 
@@ -56,6 +58,20 @@ protected:
             list, list + count, [&](Window window) { return rig::isVisible(x, window); }));
     }
     static void win(const char* key) { keyboard().chord({"Super_L", key}); }
+    /// That window, which has the keyboard, at the right edge and then at the left one.
+    static void expectSnappingToBothEdges(rig::WindowId window) {
+        const int screen = rig::frameOf(desktop().x(), desktop().x().root()).width;
+        const auto frame = [&] { return rig::frameOf(desktop().x(), window); };
+        const auto right = [&] { return screen - frame().x - frame().width; };
+        // The rest is the window manager's frame.
+        const auto isAtEdge = AllOf(testing::Ge(0), Lt(10));
+        win("Right");
+        EXPECT_TRUE(eventually(right, isAtEdge));
+        EXPECT_GE(frame().x, screen / 3);
+        win("Left");
+        win("Left");
+        EXPECT_TRUE(eventually([&] { return frame().x; }, isAtEdge));
+    }
 };
 
 TEST_F(OrvelHabitsTest, WinWithArrowsSnapsAndRestoresARealWindow) {
@@ -92,6 +108,22 @@ TEST_F(OrvelHabitsTest, AWindowSnapsToTheSizeThatTheMonitorHasJustGot) {
         win("Down");
         EXPECT_TRUE(eventually(width, before));
     }
+}
+
+TEST_F(OrvelHabitsTest, AWindowThatMustBeWideIsSnappedToTheEdgeAllTheSame) {
+    rig::PlainWindows app(environment(), desktop().x());
+    const auto window = app.open({.title = "wide", .width = 1200, .minWidth = 1100});
+    rig::focusWindow(desktop().x(), window);
+    const OrvelProgram orvel = start(withUsualMapping("card_snap"));
+    expectSnappingToBothEdges(window);
+    EXPECT_TRUE(
+        eventually([&] { return rig::frameOf(desktop().x(), window).width; }, testing::Eq(1100)));
+}
+
+TEST_F(OrvelHabitsTest, AWindowOfWholeCellsIsSnappedToTheEdgeAllTheSame) {
+    const rig::XtermApp terminal(desktop().home(), environment(), desktop().x());
+    const OrvelProgram orvel = start(withUsualMapping("card_snap"));
+    expectSnappingToBothEdges(terminal.window());
 }
 
 TEST_F(OrvelHabitsTest, AltWithTabBringsTheOtherWindowInFront) {

@@ -72,6 +72,7 @@ public:
             windows().setPosition(window, frame.origin());
             windows().setSize(window, frame.size());
         }
+        rig::waitForWindowManager(sharedDesktop().x());
         focus(pid);
         return pid;
     }
