@@ -4,18 +4,22 @@
 //   tap-host [swallow KEY] [rewrite KEY TO FLAGS] [post KEY TO FLAGS] ...
 //
 // Standard input: "on", "off" (pass everything), "wheel on|off" (reverse it), "post KEY FLAGS",
-// "caps on|off", "keepcaps" (sets the lock, as it is told, at each press of Caps Lock), "quit".
+// "caps on|off", "keepcaps" (sets the lock, as it is told, at each press of Caps Lock), "carets"
+// (asks at each event where the caret is, and prints whether it was told), "quit".
 #include "platform/x11/x11_event_path.hpp"
 #include "platform/x11/x11_run_loop.hpp"
+#include "platform/x11/x11_services.hpp"
 
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -49,6 +53,7 @@ public:
         if (keepsCaps_ && event.keyCode == key::capsLock) {
             static_cast<void>(path_.capsLock().set((event.flags & flag::capsLock) != 0));
         }
+        if (services_) askForCaret();
         if (!isOn_) return EventVerdict::pass;
         if (event.type == EventType::scrollWheel) return reverse(event);
         const KeyCode key = event.keyCode != 0 || event.buttonNumber == 0
@@ -79,6 +84,11 @@ public:
     }
 
 private:
+    void askForCaret() {
+        services_->catchUp();
+        std::puts(services_->textCaret().caretRect() ? "caret" : "no caret");
+        std::fflush(stdout);
+    }
     EventVerdict reverse(Event& event) const {
         if (!reversesWheel_) return EventVerdict::pass;
         event.deltaAxis1 = -event.deltaAxis1;
@@ -105,6 +115,10 @@ private:
             static_cast<void>(path_.capsLock().set(setting == "on"));
         }
         if (word == "keepcaps") keepsCaps_ = true;
+        if (word == "carets") {
+            auto opened = x11::X11Services::open(loop_, {});
+            if (opened) services_ = std::move(opened).value();
+        }
         if (word == "wheel" && line >> setting) {
             reversesWheel_ = setting == "on";
             path_.tap().setWheelGrab(reversesWheel_);
@@ -115,6 +129,7 @@ private:
 
     x11::X11EventPath& path_;
     qt::QtRunLoop& loop_;
+    std::unique_ptr<x11::X11Services> services_;
     std::set<KeyCode> swallowed_;
     std::map<KeyCode, Target> rewritten_;
     std::map<KeyCode, Target> posted_;

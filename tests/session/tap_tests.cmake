@@ -15,6 +15,11 @@ foreach(test tap_keys_test tap_layouts_test tap_surroundings_test tap_pointer_te
         LABELS session WHOLE)
 endforeach()
 
+orvel_test(caret_key_delay_test
+    SOURCES caret_key_delay_test.cpp
+    LIBS orvel_tap_session orvel_session_test
+    LABELS session WHOLE)
+
 # The program itself, as a user starts it.
 foreach(test orvel_run_test orvel_habits_test orvel_editor_test input_method_habits_test session_faults_test)
     orvel_test(${test}

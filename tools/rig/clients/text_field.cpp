@@ -3,7 +3,8 @@
 //   orvel-rig-text-field TITLE plain|password|both [LABELS]
 //
 // With both, a plain one stands above one for a password. So many labels stand above them. Prints
-// "typed TEXT" at each Return in a field and empties that.
+// "typed TEXT" at each Return in a field and empties that. From SIGUSR1 to SIGUSR2 it hangs, as a
+// program does that waits for something that never comes, and prints "hanging" when that begins.
 
 #include <QApplication>
 #include <QLabel>
@@ -12,12 +13,30 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
+#include <csignal>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 #include <vector>
 
 namespace {
+
+sigset_t goingOn() {
+    sigset_t only;
+    sigemptyset(&only);
+    sigaddset(&only, SIGUSR2);
+    return only;
+}
+
+void hang(int /*signal*/) {
+    const sigset_t end = goingOn();
+    int received = 0;
+    constexpr std::string_view kNotice = "hanging\n";
+    if (::write(STDOUT_FILENO, kNotice.data(), kNotice.size()) < 0) return;
+    ::sigwait(&end, &received);
+}
 
 void addField(QVBoxLayout& layout, QLineEdit& field, bool isPassword) {
     layout.addWidget(&field);
@@ -31,6 +50,10 @@ void addField(QVBoxLayout& layout, QLineEdit& field, bool isPassword) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Kept until it is waited for, by every thread that begins from here on.
+    const sigset_t end = goingOn();
+    ::pthread_sigmask(SIG_BLOCK, &end, nullptr);
+    std::signal(SIGUSR1, hang);
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() != 3 && arguments.size() != 4) {
