@@ -46,6 +46,10 @@ public:
     /// `told` is called after the focus moved, on a thread of the bus.
     void onChange(std::function<void()> told);
 
+    /// For those who ask objects themselves; null while there is no bus.
+    using Bus = std::shared_ptr<AccessibilityBus>;
+    [[nodiscard]] Bus bus() const;
+
     /// The connections by which that process shows something on the bus.
     [[nodiscard]] Names namesOf(int process, Deadline deadline);
     /// The object of these applications that has the keyboard, asked whether it still has; objects
@@ -64,12 +68,9 @@ public:
     [[nodiscard]] bool isOpen(const Names& names, Moment since) const;
 
 private:
-    using Bus = std::shared_ptr<AccessibilityBus>;
-
     void keepConnected();
     void connect();
     void focusChanged(const AccessibleId& object, bool isFocused);
-    [[nodiscard]] Bus bus() const;
     [[nodiscard]] std::optional<AccessibleId> toldFocus(const AccessibilityBus& bus,
                                                         const Names& names, Deadline deadline);
     [[nodiscard]] FocusSearch search(const AccessibilityBus& bus, const std::string& name,

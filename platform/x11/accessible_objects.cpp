@@ -14,6 +14,7 @@ constexpr const char* kComponent = "org.a11y.atspi.Component";
 constexpr guint32 kPasswordTextRole = 40;
 constexpr unsigned kActiveState = 1;
 constexpr unsigned kFocusedState = 12;
+constexpr unsigned kShowingState = 25;
 constexpr guint32 kOnScreen = 0;  // Kind of coordinates: the root window's.
 /// A tree beyond that is not searched to its end.
 constexpr std::size_t kMostObjects = 3000;
@@ -42,22 +43,6 @@ std::optional<States> statesOf(const AccessibilityBus& bus, const AccessibleId& 
 }
 
 bool has(States states, unsigned state) { return (states >> state & 1U) != 0; }
-
-std::optional<std::vector<AccessibleId>> childrenOf(const AccessibilityBus& bus,
-                                                    const AccessibleId& object, Deadline deadline) {
-    const auto answer = bus.call(object, kAccessible, "GetChildren", nullptr, deadline);
-    if (!answer.reply || !g_variant_is_of_type(answer.reply.get(), G_VARIANT_TYPE("(a(so))")))
-        return std::nullopt;
-    const GVariantHolder list(g_variant_get_child_value(answer.reply.get(), 0));
-    std::vector<AccessibleId> children;
-    for (gsize i = 0; i < g_variant_n_children(list.get()); ++i) {
-        const char* name = nullptr;
-        const char* path = nullptr;
-        g_variant_get_child(list.get(), i, "(&s&o)", &name, &path);
-        children.push_back({lent(name), lent(path)});
-    }
-    return children;
-}
 
 /// The windows in which the focus can be: the active one where an application has one.
 std::vector<AccessibleId> windowsToSearch(const AccessibilityBus& bus,
@@ -114,13 +99,8 @@ std::optional<int> caretOffsetOf(const AccessibilityBus& bus, const AccessibleId
 
 bool isLineBreak(const AccessibilityBus& bus, const AccessibleId& object, int offset,
                  Deadline deadline) {
-    const auto answer =
-        bus.call(object, kText, "GetText", g_variant_new("(ii)", offset, offset + 1), deadline);
-    if (!answer.reply || !g_variant_is_of_type(answer.reply.get(), G_VARIANT_TYPE("(s)")))
-        return false;
-    const char* text = nullptr;
-    g_variant_get(answer.reply.get(), "(&s)", &text);
-    return lent(text) == "\n";
+    return stringIn(bus.call(object, kText, "GetText", g_variant_new("(ii)", offset, offset + 1),
+                             deadline)) == "\n";
 }
 
 std::optional<RootRect> extentsOf(const AccessibilityBus& bus, const AccessibleId& object,
@@ -152,8 +132,55 @@ std::optional<RootRect> beginningOf(const AccessibilityBus& bus, const Accessibl
 
 }  // namespace
 
+std::optional<std::string> stringIn(const BusAnswer& answer) {
+    if (!answer.reply || !g_variant_is_of_type(answer.reply.get(), G_VARIANT_TYPE("(s)")))
+        return std::nullopt;
+    const char* text = nullptr;
+    g_variant_get(answer.reply.get(), "(&s)", &text);
+    return lent(text);
+}
+
 AccessibleId rootOf(const std::string& application) {
     return {application, "/org/a11y/atspi/accessible/root"};
+}
+
+std::optional<std::vector<AccessibleId>> childrenOf(const AccessibilityBus& bus,
+                                                    const AccessibleId& object, Deadline deadline) {
+    const auto answer = bus.call(object, kAccessible, "GetChildren", nullptr, deadline);
+    if (!answer.reply || !g_variant_is_of_type(answer.reply.get(), G_VARIANT_TYPE("(a(so))")))
+        return std::nullopt;
+    const GVariantHolder list(g_variant_get_child_value(answer.reply.get(), 0));
+    std::vector<AccessibleId> children;
+    for (gsize i = 0; i < g_variant_n_children(list.get()); ++i) {
+        const char* name = nullptr;
+        const char* path = nullptr;
+        g_variant_get_child(list.get(), i, "(&s&o)", &name, &path);
+        children.push_back({lent(name), lent(path)});
+    }
+    return children;
+}
+
+std::optional<std::string> nameOf(const AccessibilityBus& bus, const AccessibleId& object,
+                                  Deadline deadline) {
+    const auto answer = bus.call(object, "org.freedesktop.DBus.Properties", "Get",
+                                 g_variant_new("(ss)", kAccessible, "Name"), deadline);
+    if (!answer.reply || !g_variant_is_of_type(answer.reply.get(), G_VARIANT_TYPE("(v)")))
+        return std::nullopt;
+    GVariant* boxed = nullptr;
+    g_variant_get(answer.reply.get(), "(v)", &boxed);
+    const GVariantHolder value(boxed);
+    if (!g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING)) return std::nullopt;
+    return lent(g_variant_get_string(value.get(), nullptr));
+}
+
+std::optional<std::string> textOf(const AccessibilityBus& bus, const AccessibleId& object,
+                                  Deadline deadline) {
+    return stringIn(bus.call(object, kText, "GetText", g_variant_new("(ii)", 0, -1), deadline));
+}
+
+bool isShowing(const AccessibilityBus& bus, const AccessibleId& object, Deadline deadline) {
+    const auto states = statesOf(bus, object, deadline);
+    return states && has(*states, kShowingState);
 }
 
 std::optional<AccessibleLook> lookAt(const AccessibilityBus& bus, const AccessibleId& object,

@@ -6,12 +6,28 @@
 #include <cstdint>
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <vector>
 
 namespace orvel::x11 {
 
 /// The object that holds everything an application shows.
 [[nodiscard]] AccessibleId rootOf(const std::string& application);
+
+/// The text that an answer consists of.
+[[nodiscard]] std::optional<std::string> stringIn(const BusAnswer& answer);
+
+/// Absent when the object is gone or its application does not answer; so with what follows.
+[[nodiscard]] std::optional<std::vector<AccessibleId>> childrenOf(const AccessibilityBus& bus,
+                                                                  const AccessibleId& object,
+                                                                  Deadline deadline);
+[[nodiscard]] std::optional<std::string> nameOf(const AccessibilityBus& bus,
+                                                const AccessibleId& object, Deadline deadline);
+/// Everything that stands in a text.
+[[nodiscard]] std::optional<std::string> textOf(const AccessibilityBus& bus,
+                                                const AccessibleId& object, Deadline deadline);
+[[nodiscard]] bool isShowing(const AccessibilityBus& bus, const AccessibleId& object,
+                             Deadline deadline);
 
 /// What an object says of itself.
 struct AccessibleLook {

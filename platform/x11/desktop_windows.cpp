@@ -18,7 +18,8 @@ std::optional<FileManagerWindow> findFileManagerWindow(WindowManager& manager,
         if (client == nullptr || owner == nullptr || client->kind != WindowKind::normal ||
             owner->kind != ApplicationKind::fileManager)
             continue;
-        return FileManagerWindow{client->process, manager.title(*window, deadline).value_or("")};
+        return FileManagerWindow{client->process, manager.title(*window, deadline).value_or(""),
+                                 owner->path};
     }
     return std::nullopt;
 }

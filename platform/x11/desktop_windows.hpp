@@ -14,6 +14,7 @@ namespace orvel::x11 {
 struct FileManagerWindow {
     ProcessId process = 0;
     std::string title;
+    std::string application;  ///< its desktop file; empty without one
 };
 
 /// What scripts ask of the windows of the session. Any thread.

@@ -1,5 +1,6 @@
 #include "platform/x11/file_manager_service.hpp"
 
+#include "platform/x11/address_field.hpp"
 #include "platform/x11/bus_call.hpp"
 #include "platform/x11/folder_finder.hpp"
 
@@ -18,6 +19,13 @@ constexpr const char* kFileManagerName = "org.freedesktop.FileManager1";
 constexpr const char* kFileManagerPath = "/org/freedesktop/FileManager1";
 /// A menu waits for the answer.
 constexpr std::chrono::milliseconds kSearchLimit{700};
+/// For a file manager that is asked over the accessibility bus.
+constexpr std::chrono::milliseconds kEntryLimit{1500};
+
+bool isFolder(const std::string& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
 
 fs::path desktopFolder() {
     const auto desktop = lent(g_get_user_special_dir(G_USER_DIRECTORY_DESKTOP));
@@ -92,12 +100,17 @@ Result<> FileManagerService::setFrontFolder(const std::string& path) const {
     const auto front = windows_.frontFileManagerWindow();
     if (!front) return Failure{front.error()};
     if (!front.value()) return Failure{"no window is open"};
+    const auto& window = *front.value();
+    if (!isFolder(path)) return Failure{path + " is no folder"};
+    if (enterAddress(focus_, window.process, window.title, path, deadlineIn(kEntryLimit)))
+        return {};
+    if (!window.application.empty())
+        return launcher_.openApplication(window.application, {toUri(path)});
     return showFolder(path);
 }
 
 Result<> FileManagerService::showFolder(const std::string& path) const {
-    std::error_code error;
-    if (!fs::is_directory(path, error)) return Failure{path + " is no folder"};
+    if (!isFolder(path)) return Failure{path + " is no folder"};
     const auto manager = application();
     if (!manager) return Failure{manager.error()};
     return launcher_.openApplication(manager.value().path, {toUri(path)});

@@ -112,7 +112,7 @@ private:
     DesktopWindows desktopWindows_;
     ApplicationLauncher applicationLauncher_;
     FileManagerService fileManager_{desktopWindows_, entries_, clients_.table(),
-                                    applicationLauncher_};
+                                    applicationLauncher_, accessibleFocus_};
     OpenService openService_{desktopWindows_, entries_, clients_.table(), applicationLauncher_,
                              fileManager_};
     PowerService power_;

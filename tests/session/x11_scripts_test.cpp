@@ -1,13 +1,13 @@
 #include "engine/synthesis/system_scripts.hpp"
 #include "platform/x11/script_text.hpp"
 #include "tests/session/bus_mock.hpp"
-#include "tests/session/own_home.hpp"
-#include "tests/session/service_session.hpp"
+#include "tests/session/scripts_session.hpp"
 #include "tools/rig/windows.hpp"
 
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -25,94 +25,6 @@ using testing::Eq;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
-
-std::string systemEvents(const std::string& statement) {
-    return "tell application \"System Events\" to " + statement;
-}
-
-std::string finder(const std::string& statement) {
-    return "tell application \"Finder\" to " + statement;
-}
-
-class Scripts : public testing::Test {
-protected:
-    static void SetUpTestSuite() { shared = std::make_unique<rig::EmbeddedDesktop>(); }
-    static void TearDownTestSuite() { shared.reset(); }
-
-    void SetUp() override {
-        bus_.emplace("DBUS_SESSION_BUS_ADDRESS",
-                     shared->environment().at("DBUS_SESSION_BUS_ADDRESS"));
-        open({});
-    }
-    void TearDown() override {
-        endApplications();
-        services_.reset();
-    }
-
-    void open(x11::ServiceOptions options) {
-        services_.reset();
-        services_.emplace(*shared, std::move(options));
-    }
-
-    /// What applications were started, they and their windows end.
-    void endApplications() {
-        const auto windows = [&] {
-            for (const auto& group : (*services_)->clients().windows())
-                if (group.process > 0 && group.process != ::getpid())
-                    ::kill(group.process, SIGKILL);
-            return rig::managedWindows(shared->x()).size();
-        };
-        EXPECT_TRUE(eventually(*services_, windows, Eq(0U)));
-    }
-
-    /// Runs `work` on another thread, as the background queue would, while this one goes on.
-    template <typename Work>
-    auto inBackground(Work work) {
-        std::optional<decltype(work())> result;
-        std::atomic<bool> isDone = false;
-        std::thread thread([&] {
-            result.emplace(work());
-            isDone = true;
-        });
-        EXPECT_TRUE(eventually(
-            *services_, [&] { return isDone.load(); }, Eq(true)));
-        thread.join();
-        return *std::move(result);
-    }
-    Result<std::string> run(const std::string& source) {
-        return inBackground([&] { return (*services_)->scriptRunner().run(source); });
-    }
-    std::string runTask(const std::string& path, const std::vector<std::string>& arguments) {
-        return inBackground([&] {
-            const auto output = (*services_)->taskRunner().run(path, arguments);
-            return output ? output.value() : "failed: " + output.error();
-        });
-    }
-
-    static fs::path home() { return OwnHome::get().path(); }
-    static fs::path folder(const fs::path& relative) {
-        fs::create_directories(home() / relative);
-        return home() / relative;
-    }
-    static void write(const fs::path& path, const std::string& text = "x") {
-        std::ofstream(path) << text;
-    }
-
-    rig::WindowId waitForWindow(const std::string& titleOrClass) {
-        const auto window = rig::waitForWindow(shared->x(), titleOrClass);
-        EXPECT_TRUE(eventually(
-            *services_,
-            [&] {
-                return (*services_)->clients().find(static_cast<std::uint32_t>(window)) != nullptr;
-            },
-            Eq(true)));
-        return window;
-    }
-
-    static inline std::unique_ptr<rig::EmbeddedDesktop> shared;
-    std::optional<ScopedVariable> bus_;
-    std::optional<OpenServices> services_;
-};
 
 class PowerScripts : public Scripts {
 protected:
@@ -204,53 +116,6 @@ TEST_F(Scripts, WithoutAnOpenWindowTheFrontFolderIsTheDesktop) {
     ASSERT_TRUE(url) << url.error();
     EXPECT_THAT(url.value(), testing::AnyOf("file://" + desktop.string() + "/",
                                             "file://" + home().string() + "/"));
-}
-
-/// With each of the file managers.
-class FileManagerScripts : public Scripts, public testing::WithParamInterface<const char*> {
-protected:
-    void startFileManager(const fs::path& folder) {
-        const auto program = std::string(GetParam());
-        application_ = std::make_unique<rig::ChildProcess>(rig::Command{
-            .arguments = {program, folder.string()},
-            .environment = rig::merged(shared->environment(), {{"HOME", home().string()}})});
-        waitForWindow(program);
-    }
-    void TearDown() override {
-        application_.reset();
-        Scripts::TearDown();
-    }
-    std::string frontFolder() {
-        const auto url = run(std::string(scripts::kFrontFinderFolder));
-        return url ? url.value() : url.error();
-    }
-
-    std::unique_ptr<rig::ChildProcess> application_;
-};
-
-INSTANTIATE_TEST_SUITE_P(Each, FileManagerScripts, testing::Values("pcmanfm", "thunar"),
-                         [](const auto& param) { return std::string(param.param); });
-
-TEST_P(FileManagerScripts, TheFrontFolderIsTheOneThatItsWindowShows) {
-    // Another folder of that name is nearer to the home folder.
-    folder("Reports 100%");
-    startFileManager(folder("Documents/2024/Reports 100%"));
-    EXPECT_TRUE(eventually([&] { return frontFolder(); },
-                           Eq("file://" + home().string() + "/Documents/2024/Reports%20100%25/")));
-}
-
-TEST_P(FileManagerScripts, ItsHomeFolderIsFoundUnderWhateverName) {
-    startFileManager(home());
-    EXPECT_TRUE(eventually([&] { return frontFolder(); }, Eq("file://" + home().string() + "/")));
-}
-
-TEST_P(FileManagerScripts, SettingTheTargetShowsThatFolderInFront) {
-    startFileManager(folder("Start"));
-    fs::create_directories(home() / "quoted 'x' & y");
-    EXPECT_TRUE(run("tell application \"Finder\"\n    set target of front window to POSIX file \"" +
-                    (home() / "quoted 'x' & y").string() + "\"\nend tell"));
-    EXPECT_TRUE(eventually([&] { return frontFolder(); },
-                           Eq("file://" + home().string() + "/quoted%20'x'%20&%20y/")));
 }
 
 TEST_F(Scripts, SettingTheTargetWithoutAWindowIsAnErrorOfFinder) {
