@@ -1,11 +1,13 @@
 #include "tests/session/session_test.hpp"
 #include "tests/support/poll_until.hpp"
+#include "tools/rig/accessible_app.hpp"
 #include "tools/rig/picture.hpp"
 #include "tools/rig/plain_windows.hpp"
 #include "tools/rig/windows.hpp"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <string>
@@ -88,6 +90,63 @@ TEST_F(ForceQuitSession, ASecondStartShowsTheFirstWindowAgain) {
     EXPECT_EQ(again.waitForExit(), (rig::ExitStatus{.code = 0, .signal = {}}));
     EXPECT_TRUE(
         eventually([] { return rig::activeWindow(desktop().x()); }, testing::Optional(shown)));
+    dialog.stop();
+}
+
+/// The window as a screen reader shows and works it.
+class ForceQuitAccess : public ForceQuitSession {
+protected:
+    static void SetUpTestSuite() {
+        startDesktop({.size = {},
+                      .windowManager = rig::WindowManager::Kind::openbox,
+                      .accessibility = rig::SessionBus::Accessibility::on});
+    }
+    static rig::AccessibleApp seen() { return {desktop().environment(), "orvel-force-quit"}; }
+};
+
+TEST_F(ForceQuitAccess, AScreenReaderFindsTheListTheChosenOneAndTheButton) {
+    PlainWindows other(desktop().environment(), desktop().x());
+    other.open({.title = "other", .className = "Other"});
+    PlainWindows front(desktop().environment(), desktop().x());
+    rig::focusWindow(desktop().x(), front.open({.title = "front", .className = "Front"}));
+    auto dialog = start();
+    window();
+    seen().waitFor("list", "正在运行的应用程序");
+    EXPECT_TRUE(seen().waitFor("list item", "Front").is("selected"));
+    EXPECT_FALSE(seen().waitFor("list item", "Other").is("selected"));
+    seen().waitFor("push button", "强制退出");
+    EXPECT_FALSE(seen().find("push button", "取消").has_value()) << "nothing is asked yet";
+    dialog.stop();
+}
+
+TEST_F(ForceQuitAccess, AScreenReaderChoosesAnApplicationAndEndsIt) {
+    PlainWindows hung(desktop().environment(), desktop().x());
+    hung.open({.title = "hung", .className = "Hung"});
+    hung.process().signal(SIGSTOP);
+    PlainWindows front(desktop().environment(), desktop().x());
+    rig::focusWindow(desktop().x(), front.open({.title = "front", .className = "Front"}));
+    auto dialog = start();
+    window();
+    seen().act(seen().waitFor("list item", "Hung"), "Press");
+    const auto press = [](const char* name) {
+        seen().act(seen().waitFor("push button", name), "Press");
+    };
+    press("强制退出");
+    seen().waitFor("push button", "取消");
+    const auto shown = seen().items();
+    const auto isQuestion = [](const rig::Accessible& item) {
+        return item.role == "dialog" && item.name.find("Hung") != std::string::npos;
+    };
+    EXPECT_TRUE(std::ranges::any_of(shown, isQuestion)) << testing::PrintToString(shown);
+    press("取消");
+    EXPECT_TRUE(eventually([] { return seen().find("push button", "取消").has_value(); }, false));
+    EXPECT_TRUE(hung.process().running());
+    press("强制退出");
+    seen().waitFor("push button", "取消");
+    // That of the question: the one behind it is not told of meanwhile.
+    press("强制退出");
+    EXPECT_TRUE(hung.process().waitForExit());
+    EXPECT_TRUE(front.process().running());
     dialog.stop();
 }
 

@@ -1,9 +1,10 @@
 #include "engine/synthesis/system_scripts.hpp"
 #include "tests/session/scripts_session.hpp"
+#include "tools/rig/picture.hpp"
 
 #include <cstdlib>
 
-// Scripts that show something: folders in the file manager.
+// Scripts that show something: folders in the file manager, and the Force Quit window.
 
 namespace orvel::test {
 namespace {
@@ -111,6 +112,66 @@ TEST_P(TellingFileManagerScripts, ATargetThatIsNoFolderIsAnErrorAndChangesNothin
     ASSERT_FALSE(outcome);
     EXPECT_THAT(outcome.error(), HasSubstr("nowhere is no folder"));
     EXPECT_EQ(frontFolder(), x11::toUri((home() / "Start").string()) + "/");
+}
+
+/// With the program that the script shows.
+class ForceQuitScripts : public Scripts {
+protected:
+    void SetUp() override {
+        Scripts::SetUp();
+        open({.helperFolder = std::getenv("ORVEL_BUILD_DIR")});
+    }
+    rig::WindowId dialog() {
+        const auto shown = waitForWindow("强制退出应用程序");
+        rig::waitForFocus(shared->x(), shown);
+        return shown;
+    }
+    static rig::Picture pictureOf(rig::WindowId shown) {
+        const auto frame = rig::frameOf(shared->x(), shown);
+        return rig::pictureOf(shared->x(), shown, 0, 0, frame.width, frame.height);
+    }
+    /// Presses the key and waits until the window has drawn what came of it.
+    void press(rig::WindowId shown, const char* key) {
+        ASSERT_TRUE(eventually(
+            *services_, [&] { return pictureOf(shown).colourCount() > 1; }, Eq(true)));
+        const auto before = pictureOf(shown);
+        shared->keyboard().tap(key);
+        EXPECT_TRUE(eventually(
+            *services_, [&] { return pictureOf(shown) != before; }, Eq(true)))
+            << key;
+    }
+    static constexpr const char* kChord =
+        "tell application \"System Events\" to key code 53 using {command down, option down}";
+};
+
+TEST_F(ForceQuitScripts, TheChordOfTheSystemEndsTheHungApplicationInFrontByKeyboard) {
+    rig::PlainWindows other(shared->environment(), shared->x());
+    other.open({.title = "other", .className = "Other"});
+    rig::PlainWindows hung(shared->environment(), shared->x());
+    rig::focusWindow(shared->x(), hung.open({.title = "hung", .className = "Hung"}));
+    hung.process().signal(SIGSTOP);
+    waitForWindow("hung");
+    ASSERT_TRUE(run(kChord));
+    const auto shown = dialog();
+    press(shown, "Return");
+    press(shown, "Return");
+    const auto end = hung.process().waitForExit();
+    ASSERT_TRUE(end);
+    EXPECT_EQ(end->signal, SIGKILL);
+    EXPECT_TRUE(other.process().running());
+    shared->keyboard().tap("Escape");
+    EXPECT_TRUE(eventually([&] { return rig::managedWindows(shared->x()).size(); }, Eq(1U)));
+}
+
+TEST_F(ForceQuitScripts, TheChordAgainBringsTheWindowToTheFront) {
+    ASSERT_TRUE(run(kChord));
+    const auto shown = dialog();
+    rig::PlainWindows other(shared->environment(), shared->x());
+    rig::focusWindow(shared->x(), other.open({.title = "other"}));
+    ASSERT_TRUE(run(kChord));
+    EXPECT_TRUE(eventually(
+        *services_, [&] { return rig::activeWindow(shared->x()); }, testing::Optional(shown)));
+    EXPECT_EQ(rig::managedWindows(shared->x()).size(), 2U);
 }
 
 }  // namespace

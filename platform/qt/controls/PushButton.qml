@@ -18,6 +18,7 @@ T.Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

@@ -91,6 +91,8 @@ Rectangle {
                 text: "强制退出"
                 isProminent: true
                 enabled: view.vm.hasChoice && !view.vm.isAsking
+                // Behind the question there is nothing to press, which nothing else would tell.
+                Accessible.ignored: view.vm.isAsking
                 opacity: view.vm.hasChoice ? 1 : 0.5
                 onClicked: view.vm.askToQuit()
             }

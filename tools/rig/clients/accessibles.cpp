@@ -46,7 +46,8 @@ std::string statesOf(AtspiAccessible* item) {
     std::string names;
     for (const auto& [state, name] :
          {std::pair{ATSPI_STATE_CHECKED, "checked"}, std::pair{ATSPI_STATE_FOCUSED, "focused"},
-          std::pair{ATSPI_STATE_FOCUSABLE, "focusable"}}) {
+          std::pair{ATSPI_STATE_FOCUSABLE, "focusable"},
+          std::pair{ATSPI_STATE_SELECTED, "selected"}}) {
         if (has(item, state)) names += (names.empty() ? "" : " ") + std::string(name);
     }
     return names;
