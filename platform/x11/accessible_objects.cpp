@@ -83,16 +83,26 @@ std::optional<RootRect> characterAt(const AccessibilityBus& bus, const Accessibl
                            g_variant_new("(iu)", offset, kOnScreen), deadline));
 }
 
-std::optional<int> caretOffsetOf(const AccessibilityBus& bus, const AccessibleId& object,
-                                 Deadline deadline) {
+/// The value of a property of the object; null when it has another type or is not told.
+GVariantHolder propertyOf(const AccessibilityBus& bus, const AccessibleId& object,
+                          const char* interface, const char* name, const GVariantType* type,
+                          Deadline deadline) {
     const auto answer = bus.call(object, "org.freedesktop.DBus.Properties", "Get",
-                                 g_variant_new("(ss)", kText, "CaretOffset"), deadline);
+                                 g_variant_new("(ss)", interface, name), deadline);
     if (!answer.reply || !g_variant_is_of_type(answer.reply.get(), G_VARIANT_TYPE("(v)")))
-        return std::nullopt;
+        return nullptr;
     GVariant* boxed = nullptr;
     g_variant_get(answer.reply.get(), "(v)", &boxed);
-    const GVariantHolder value(boxed);
-    if (!g_variant_is_of_type(value.get(), G_VARIANT_TYPE_INT32)) return std::nullopt;
+    GVariantHolder value(boxed);
+    if (!g_variant_is_of_type(value.get(), type)) return nullptr;
+    return value;
+}
+
+std::optional<int> caretOffsetOf(const AccessibilityBus& bus, const AccessibleId& object,
+                                 Deadline deadline) {
+    const auto value =
+        propertyOf(bus, object, kText, "CaretOffset", G_VARIANT_TYPE_INT32, deadline);
+    if (!value) return std::nullopt;
     const int offset = g_variant_get_int32(value.get());
     return offset < 0 ? std::nullopt : std::optional(offset);
 }
@@ -162,14 +172,9 @@ std::optional<std::vector<AccessibleId>> childrenOf(const AccessibilityBus& bus,
 
 std::optional<std::string> nameOf(const AccessibilityBus& bus, const AccessibleId& object,
                                   Deadline deadline) {
-    const auto answer = bus.call(object, "org.freedesktop.DBus.Properties", "Get",
-                                 g_variant_new("(ss)", kAccessible, "Name"), deadline);
-    if (!answer.reply || !g_variant_is_of_type(answer.reply.get(), G_VARIANT_TYPE("(v)")))
-        return std::nullopt;
-    GVariant* boxed = nullptr;
-    g_variant_get(answer.reply.get(), "(v)", &boxed);
-    const GVariantHolder value(boxed);
-    if (!g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING)) return std::nullopt;
+    const auto value =
+        propertyOf(bus, object, kAccessible, "Name", G_VARIANT_TYPE_STRING, deadline);
+    if (!value) return std::nullopt;
     return lent(g_variant_get_string(value.get(), nullptr));
 }
 

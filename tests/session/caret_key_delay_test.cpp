@@ -51,6 +51,18 @@ protected:
     void expectNoCaret() {
         EXPECT_TRUE(eventually([this] { return typed(); }, Not(HasSubstr("\ncaret\n"))));
     }
+    /// Stops and continues an application by these signals.
+    void expectKeysWithout(int stop, int go) {
+        Application field = openTextField();
+        expectCaret();
+        const auto usual = delays_.median();
+        field.process().signal(stop);
+        expectNoCaret();
+        EXPECT_LT(delays_.median(), 3 * usual + kRoom);
+        EXPECT_THAT(told(), Not(HasSubstr("\ncaret\n")));
+        field.process().signal(go);
+        expectCaret();
+    }
 
     TellingDesktop desktop_;
     KeyDelays delays_{desktop_.get()};
@@ -59,27 +71,11 @@ protected:
 };
 
 TEST_F(CaretKeyDelay, AStoppedApplicationHoldsNoKeyUpAndTellsItsCaretWhenItGoesOn) {
-    Application field = openTextField();
-    expectCaret();
-    const auto usual = delays_.median();
-    field.process().signal(SIGSTOP);
-    expectNoCaret();
-    EXPECT_LT(delays_.median(), 3 * usual + kRoom);
-    EXPECT_THAT(told(), Not(HasSubstr("\ncaret\n")));
-    field.process().signal(SIGCONT);
-    expectCaret();
+    expectKeysWithout(SIGSTOP, SIGCONT);
 }
 
 TEST_F(CaretKeyDelay, AnApplicationThatHangsHoldsKeysUpOnceAndTellsItsCaretWhenItGoesOn) {
-    Application field = openTextField();
-    expectCaret();
-    const auto usual = delays_.median();
-    field.process().signal(SIGUSR1);
-    expectNoCaret();
-    EXPECT_LT(delays_.median(), 3 * usual + kRoom);
-    EXPECT_THAT(told(), Not(HasSubstr("\ncaret\n")));
-    field.process().signal(SIGUSR2);
-    expectCaret();
+    expectKeysWithout(SIGUSR1, SIGUSR2);
 }
 
 TEST_F(CaretKeyDelay, KeysKeepTheirOrderWhileAnApplicationHangs) {
