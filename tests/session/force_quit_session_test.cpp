@@ -36,8 +36,7 @@ protected:
         return shown;
     }
     static rig::Picture pictureOf(rig::WindowId shown) {
-        const auto frame = rig::frameOf(desktop().x(), shown);
-        return rig::pictureOf(desktop().x(), shown, 0, 0, frame.width, frame.height);
+        return rig::pictureOf(desktop().x(), shown);
     }
     /// Presses the key and waits until the window has drawn what came of it.
     static void press(rig::WindowId shown, const char* key) {

@@ -127,8 +127,7 @@ protected:
         return shown;
     }
     static rig::Picture pictureOf(rig::WindowId shown) {
-        const auto frame = rig::frameOf(shared->x(), shown);
-        return rig::pictureOf(shared->x(), shown, 0, 0, frame.width, frame.height);
+        return rig::pictureOf(shared->x(), shown);
     }
     /// Presses the key and waits until the window has drawn what came of it.
     void press(rig::WindowId shown, const char* key) {

@@ -1,6 +1,7 @@
 #include "tools/rig/picture.hpp"
 
 #include "tools/rig/rig_error.hpp"
+#include "tools/rig/windows.hpp"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -59,6 +60,11 @@ Picture screenshot(XConnection& x) {
     // Asked for each time: the size that Xlib remembers does not follow the monitors.
     XGetGeometry(x.get(), x.root(), &root, &left, &top, &width, &height, &border, &depth);
     return pictureOf(x, x.root(), 0, 0, static_cast<int>(width), static_cast<int>(height));
+}
+
+Picture pictureOf(XConnection& x, Window window) {
+    const auto frame = frameOf(x, window);
+    return pictureOf(x, window, 0, 0, frame.width, frame.height);
 }
 
 Picture pictureOf(XConnection& x, Window window, int left, int top, int width, int height) {

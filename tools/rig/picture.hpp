@@ -32,5 +32,7 @@ struct Picture {
 Picture screenshot(XConnection& x);
 /// A part of the screen, or a window's own pixels where nothing covers it.
 Picture pictureOf(XConnection& x, WindowId window, int left, int top, int width, int height);
+/// The whole of a window.
+Picture pictureOf(XConnection& x, WindowId window);
 
 }  // namespace orvel::rig
