@@ -124,7 +124,7 @@ void ClientWindows::watch() {
 }
 
 void ClientWindows::propertyChanged(const xcb_property_notify_event_t& notice) {
-    if (isRefreshDue_) return;
+    if (late_.isDue()) return;
     if (notice.window == server_.root()) {
         if (notice.atom == server_.atom("_NET_CLIENT_LIST")) readList();
         if (notice.atom == server_.atom("_NET_ACTIVE_WINDOW")) readActive();
@@ -138,9 +138,9 @@ void ClientWindows::propertyChanged(const xcb_property_notify_event_t& notice) {
         std::find_if(windows_.begin(), windows_.end(),
                      [&](const ClientWindow& each) { return each.id == notice.window; });
     if (!tellsIdentity || known == windows_.end()) return;
-    const auto late = server_.lateReplies();
+    const auto since = late_.begin();
     auto fresh = describe({notice.window}).front();
-    if (makeUpForLate(late) || fresh == *known) return;
+    if (late_.wasLate(since) || fresh == *known) return;
     *known = std::move(fresh);
     regroup();
 }
@@ -148,33 +148,22 @@ void ClientWindows::propertyChanged(const xcb_property_notify_event_t& notice) {
 void ClientWindows::refresh() {
     auto known = std::exchange(windows_, {});
     readList();
-    if (isRefreshDue_) {
+    if (late_.isDue()) {
         if (windows_.empty()) windows_ = std::move(known);
         return;
     }
     readActive();
 }
 
-bool ClientWindows::makeUpForLate(unsigned before) {
-    if (server_.lateReplies() == before) return false;
-    if (std::exchange(isRefreshDue_, true)) return true;
-    server_.onceAnswering([this, isAlive = std::weak_ptr(isAlive_)] {
-        if (isAlive.expired()) return;
-        isRefreshDue_ = false;
-        refresh();
-    });
-    return true;
-}
-
 void ClientWindows::readList() {
-    const auto late = server_.lateReplies();
+    const auto since = late_.begin();
     const auto listed = cardinals(server_, server_.root(), "_NET_CLIENT_LIST");
-    if (makeUpForLate(late)) return;
+    if (late_.wasLate(since)) return;
     std::vector<xcb_window_t> unknown;
     std::copy_if(listed.begin(), listed.end(), std::back_inserter(unknown),
                  [this](xcb_window_t window) { return find(window) == nullptr; });
     auto described = describe(unknown);
-    makeUpForLate(late);
+    late_.wasLate(since);
     std::move(windows_.begin(), windows_.end(), std::back_inserter(described));
     windows_.clear();
     for (const auto window : listed) {
@@ -188,9 +177,9 @@ void ClientWindows::readList() {
 }
 
 void ClientWindows::readActive() {
-    const auto late = server_.lateReplies();
+    const auto since = late_.begin();
     const auto active = cardinals(server_, server_.root(), "_NET_ACTIVE_WINDOW");
-    if (makeUpForLate(late)) return;
+    if (late_.wasLate(since)) return;
     active_ = active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
     // A window may become active before the list that has it is announced.
     if (active_ != XCB_WINDOW_NONE && find(active_) == nullptr) readList();

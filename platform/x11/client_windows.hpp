@@ -2,6 +2,7 @@
 
 #include "platform/x11/application_groups.hpp"
 #include "platform/x11/desktop_entries.hpp"
+#include "platform/x11/late_reading.hpp"
 #include "platform/x11/service_connection.hpp"
 
 #include <functional>
@@ -54,8 +55,6 @@ private:
     void readList();
     void readActive();
     void regroup();
-    /// Reads everything again once the server answers, when it has been late since `before`.
-    bool makeUpForLate(unsigned before);
     [[nodiscard]] std::vector<ClientWindow> describe(const std::vector<xcb_window_t>& windows);
 
     ServiceConnection& server_;
@@ -68,9 +67,7 @@ private:
     /// A window of the application in front; the active one while there is one.
     xcb_window_t frontWindow_ = XCB_WINDOW_NONE;
     std::optional<std::size_t> front_;
-    bool isRefreshDue_ = false;
-    /// A task that comes after the end of this object does nothing.
-    std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
+    LateReading late_{server_, [this] { refresh(); }};
     Published<FrontApplication> publishedFront_;
     Published<std::vector<xcb_window_t>> publishedList_;
     std::vector<Subscription> subscriptions_;

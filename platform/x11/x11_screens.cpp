@@ -80,24 +80,15 @@ void X11Screens::watch() {
 }
 
 void X11Screens::refresh() {
-    if (isRefreshDue_) return;
-    const auto late = server_.lateReplies();
+    if (late_.isDue()) return;
+    const auto since = late_.begin();
     const auto deadline = deadlineIn(kServerLimit);
     setMonitors(readMonitors(deadline));
     RootState state{root_, monitors_, readWorkArea(deadline), readStruts(deadline)};
     if (isWorkAreaOld_) state.workArea.reset();
     layout_ = rootLayout(state);
     screens_.set(layOutScreens(state));
-    makeUpForLate(late);
-}
-
-void X11Screens::makeUpForLate(unsigned before) {
-    if (server_.lateReplies() == before || std::exchange(isRefreshDue_, true)) return;
-    server_.onceAnswering([this, isAlive = std::weak_ptr(isAlive_)] {
-        if (isAlive.expired()) return;
-        isRefreshDue_ = false;
-        refresh();
-    });
+    late_.wasLate(since);
 }
 
 void X11Screens::setMonitors(std::vector<Monitor> monitors) {

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "platform/screens.hpp"
+#include "platform/x11/late_reading.hpp"
 #include "platform/x11/root_layout.hpp"
 #include "platform/x11/service_check.hpp"
 #include "platform/x11/service_connection.hpp"
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace orvel::x11 {
@@ -29,8 +29,6 @@ public:
 private:
     void watch();
     void refresh();
-    /// Reads everything again once the server answers, when it has been late since `before`.
-    void makeUpForLate(unsigned before);
     void setMonitors(std::vector<Monitor> monitors);
     [[nodiscard]] std::vector<Monitor> readMonitors(Deadline deadline);
     [[nodiscard]] std::optional<RootRect> readWorkArea(Deadline deadline);
@@ -42,9 +40,7 @@ private:
     std::vector<Monitor> monitors_;
     /// The monitors changed, and the window manager has not said since what is free of them.
     bool isWorkAreaOld_ = false;
-    bool isRefreshDue_ = false;
-    /// A task that comes after the end of this object does nothing.
-    std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
+    LateReading late_{server_, [this] { refresh(); }};
     RootLayout layout_;
     Published<std::vector<Screen>> screens_;
     std::vector<Subscription> subscriptions_;
